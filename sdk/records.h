@@ -89,9 +89,9 @@ struct REALclassDefinition {
     const char* name;
     const char* superclass;
     REALword instanceDataSize; ///< bytes
-    REALword systemUse;        ///< the host writes the offset of the class's data in an instance here
-    void* constructor;         ///< void (object)
-    void* destructor;          ///< void (object)
+    REALword systemUse; ///< the host writes the offset of the class's data in an instance here
+    void* constructor;  ///< void (object)
+    void* destructor;   ///< void (object)
     void* properties;
     REALword propertyCount;
     void* methods;

@@ -3,8 +3,8 @@
 /// Every service that a host offers to plug-ins, with its C signature.
 ///
 /// This list is the only place where a signature is written: a plug-in calls a service through a
-/// HostService of its descriptor, the host exports one function per descriptor, and neither compiles
-/// against another type.
+/// HostService of its descriptor, the host exports one function per descriptor, and neither
+/// compiles against another type.
 ///
 /// Byte flags are `std::uint8_t`, 1 for true. Object and string results carry one reference for the
 /// caller unless said otherwise; arguments are borrowed.

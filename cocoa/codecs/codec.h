@@ -2,8 +2,8 @@
 
 /// The interface of the image formats: plain C++, one file a format, listed in `all_codecs()`.
 ///
-/// Reading is in two steps: `open` looks at the header and gives nothing for data that is not of the
-/// format or lies about its size; `Reader::read` decodes the pixels of one page.
+/// Reading is in two steps: `open` looks at the header and gives nothing for data that is not of
+/// the format or lies about its size; `Reader::read` decodes the pixels of one page.
 ///
 /// Pixels are rows from the top of the image down, samples of a pixel side by side (R, G, B, A or
 /// grey, A or C, M, Y, K), as many bits a sample as the file has. Samples of less than 8 bits are
@@ -62,8 +62,8 @@ public:
     virtual std::size_t pageCount() const { return 1; }
     virtual const PageInfo& page(std::size_t index) const = 0;
 
-    /// The layout that `read` gives at a reduction of 1, 2, 4 or 8: sides divided and rounded up where
-    /// the format can decode at that scale, the full size where it cannot.
+    /// The layout that `read` gives at a reduction of 1, 2, 4 or 8: sides divided and rounded up
+    /// where the format can decode at that scale, the full size where it cannot.
     virtual PixelLayout reducedLayout(std::size_t index, int reduction) const {
         return page(index).layout;
     }
