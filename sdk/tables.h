@@ -61,7 +61,8 @@ template <typename Result, typename... Arguments>
 REALmethod
 method(std::type_identity_t<detail::CheckedDeclaration<Result, Arguments...>> declaration,
        Result (*function)(REALobjectStruct*, Arguments...),
-       void (*setter)(REALobjectStruct*, Arguments..., Result), REALword flags = REALconsoleSafe) {
+       std::type_identity_t<void (*)(REALobjectStruct*, Arguments..., Result)> setter,
+       REALword flags = REALconsoleSafe) {
     return {reinterpret_cast<void*>(function),
             reinterpret_cast<void*>(setter),
             declaration.text,
