@@ -1,0 +1,168 @@
+#pragma once
+
+/// The running host. Plug-ins reach it through plain functions, so there is one at a time.
+
+#include "host/objects/class.h"
+#include "host/objects/registry.h"
+
+#include <exception>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+struct Options {
+    /// What REALGetRBVersion answers; it also decides which services and records there are.
+    double version = 2013.9;
+    /// A console application: the class ConsoleApplication stands in for Application.
+    bool console = false;
+    /// Services that the resolver does not know.
+    std::vector<std::string> without = {};
+    /// The system version that Gestalt reports, such as "10.6.8"; empty for the default.
+    std::string systemVersion = {};
+    /// Leaves the base part out where the default plug-ins are loaded.
+    bool withoutBase = false;
+};
+
+/// A host exception on its way through host code. It never crosses a plug-in: there a raised
+/// exception is pending until the member returns.
+class Raised : public std::exception {
+public:
+    explicit Raised(ObjectRef exception);
+    const ObjectRef& exception() const { return exception_; }
+    const Class* type() const;
+    std::string className() const;
+    std::string message() const;
+    const char* what() const noexcept override { return what_.c_str(); }
+
+private:
+    ObjectRef exception_;
+    std::string what_; ///< "Class: message"
+};
+
+/// Throws a new exception of the class; RuntimeException stands in for an unknown one.
+[[noreturn]] void raise(std::string_view className, std::string_view message,
+                        std::int32_t errorNumber = 0);
+
+class Runtime {
+public:
+    explicit Runtime(Options options = {});
+    ~Runtime();
+    Runtime(const Runtime&) = delete;
+    Runtime& operator=(const Runtime&) = delete;
+
+    static Runtime& current();
+    static bool isRunning();
+
+    const Options& options() const { return options_; }
+    Registry& registry() { return registry_; }
+
+    // Classes
+
+    /// Null when there is no such class.
+    const Class* findClass(std::string_view name) const;
+    /// The host's own and then the plug-ins', in the order of their registration.
+    const std::vector<std::unique_ptr<Class>>& classes() const { return classes_; }
+    Class& addClass(std::unique_ptr<Class> added);
+
+    /// An instance with one reference whose classes' constructors have run, the superclass's first;
+    /// not the methods called Constructor. Nil for a class that makes no instances.
+    ObjectRef newInstance(const Class& type);
+    ObjectRef newInstance(std::string_view className);
+    /// What `New Class(arguments)` does: an instance, then the fitting Constructor. Throws Raised;
+    /// throws CallError for arguments that no Constructor takes.
+    ObjectRef construct(const Class& type, std::vector<Value> arguments = {});
+
+    // Members. All of these throw Raised when the member raised an exception.
+
+    /// Converts the arguments to the declared types, fills in defaults, and calls. Conversions that
+    /// do not exist raise TypeMismatchException; an instance method of Nil raises
+    /// NilObjectException. With ByRef parameters `arguments` receives the changed values.
+    Value call(const Method& method, REALobjectStruct* self, std::vector<Value>& arguments);
+    Value call(const Method& method, REALobjectStruct* self, std::vector<Value>&& arguments = {});
+    Value get(const Property& property, REALobjectStruct* self);
+    void set(const Property& property, REALobjectStruct* self, const Value& value);
+
+    // Functions that belong to no class; plug-ins load them by their declarations.
+
+    void addFunction(std::string_view declaration, Method::Body body);
+    std::vector<const Method*> findFunctions(std::string_view name) const;
+
+    // Exceptions
+
+    /// Makes an exception pending, as RuntimeRaiseException does; a later one replaces it.
+    void setPending(ObjectRef exception);
+    bool hasPending() const { return static_cast<bool>(pending_); }
+    ObjectRef takePending();
+    /// Throws the pending exception, if there is one.
+    void throwPending();
+    ObjectRef makeException(std::string_view className, std::string_view message,
+                            std::int32_t errorNumber = 0);
+
+    // Plug-ins
+
+    /// Loads a plug-in and runs its entry point. An error says why that could not be done.
+    std::optional<std::string> loadPlugin(const std::string& path);
+    const std::vector<std::string>& plugins() const { return plugins_; }
+
+    // What the host noticed
+
+    /// A plug-in broke a rule of the interface. The sentence is prefixed with the service or member
+    /// that is at work.
+    void reportMisuse(std::string_view sentence);
+    const std::vector<std::string>& misuse() const { return misuse_; }
+    void forgetMisuse() { misuse_.clear(); }
+    /// Misuse and what was not given back; empty when all is well.
+    std::vector<std::string> report() const;
+
+    /// The times that the plug-ins let the host's threads run.
+    std::size_t yields = 0;
+    /// The text of every message box that a plug-in showed.
+    std::vector<std::string> messages;
+
+private:
+    void defineClasses();
+
+    Options options_;
+    Registry registry_;
+    std::vector<std::unique_ptr<Class>> classes_;
+    std::map<std::string, Class*, std::less<>> classesByName_;
+    std::vector<std::unique_ptr<Method>> functions_;
+    ObjectRef pending_;
+    std::vector<std::string> plugins_;
+    std::vector<std::string> misuse_;
+};
+
+/// A call that the program got wrong: no overload takes the arguments. Not catchable by it.
+class CallError : public std::exception {
+public:
+    explicit CallError(std::string message)
+        : message_(std::move(message)) {}
+    const char* what() const noexcept override { return message_.c_str(); }
+
+private:
+    std::string message_;
+};
+
+/// The overload for the arguments' own types; throws CallError naming what was given.
+const Method& overloadFor(std::string_view name, std::span<const Method* const> candidates,
+                          std::span<const Value> arguments);
+
+/// Names the service or member at work, for reports, for as long as it lives.
+class Activity {
+public:
+    explicit Activity(std::string_view name);
+    ~Activity();
+    Activity(const Activity&) = delete;
+    Activity& operator=(const Activity&) = delete;
+    static std::string_view current();
+
+private:
+    std::string_view name_;
+    Activity* outer_;
+};
+
+} // namespace host
