@@ -1,0 +1,36 @@
+#pragma once
+
+/// The Core Foundation types of all frameworks. An object answers its type to `-_cfTypeID`.
+
+#include <CoreFoundation/CFBase.h>
+
+namespace cocoa {
+
+enum TypeID : CFTypeID {
+    typeOfNothing = 0,
+    typeOfNull,
+    typeOfString,
+    typeOfData,
+    typeOfArray,
+    typeOfDictionary,
+    typeOfNumber,
+    typeOfBoolean,
+    typeOfDate,
+    typeOfURL,
+    typeOfCGColorSpace,
+    typeOfCGColor,
+    typeOfCGImage,
+    typeOfCGContext,
+    typeOfCGDataProvider,
+    typeOfCGDataConsumer,
+    typeOfCGLayer,
+    typeOfCGFont,
+};
+
+} // namespace cocoa
+
+#ifdef __OBJC__
+@protocol CoreFoundationTyped
+- (CFTypeID)_cfTypeID;
+@end
+#endif
