@@ -1,0 +1,156 @@
+#pragma once
+
+#include <AppKit/NSBitmapImageRep.h>
+#include <AppKit/NSGraphics.h>
+
+@class NSColor, NSGraphicsContext, NSImageRep, NSPasteboard;
+
+typedef struct OpaqueIconRef* IconRef;
+
+enum {
+    NSImageCacheDefault = 0,
+    NSImageCacheAlways = 1,
+    NSImageCacheBySize = 2,
+    NSImageCacheNever = 3,
+};
+typedef NSUInteger NSImageCacheMode;
+
+enum {
+    NSImageLoadStatusCompleted = 0,
+    NSImageLoadStatusCancelled,
+    NSImageLoadStatusInvalidData,
+    NSImageLoadStatusUnexpectedEOF,
+    NSImageLoadStatusReadError,
+};
+typedef NSUInteger NSImageLoadStatus;
+
+APPKIT_EXTERN NSString* const NSImageCacheException;
+
+/// A picture in one or more representations. Size is in points; y runs up from the bottom left.
+@interface NSImage : NSObject <NSCopying> {
+@private
+    struct NSImageState* _state;
+}
+
+/// The image that bears the name now; nil when none does or for nil. Not retained by its name.
++ (id)imageNamed:(NSString*)name;
+
+- (id)init; ///< of zero size: the first representation then gives it its own
+- (id)initWithSize:(NSSize)size;
+/// Nil for data that is no whole image. An EXIF orientation is applied: the picture stands upright.
+- (id)initWithData:(NSData*)data;
+- (id)initWithDataIgnoringOrientation:(NSData*)data;
+- (id)initWithContentsOfFile:(NSString*)fileName;
+- (id)initWithContentsOfURL:(NSURL*)url;
+/// Reads the file when the image is first asked about; `isValid` then tells whether it could.
+- (id)initByReferencingFile:(NSString*)fileName;
+- (id)initByReferencingURL:(NSURL*)url;
+- (id)initWithPasteboard:(NSPasteboard*)pasteboard;
+- (id)initWithIconRef:(IconRef)iconRef;
+/// A size of zero is the image's own in pixels.
+- (id)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size;
+
+- (void)setSize:(NSSize)size;
+- (NSSize)size;
+/// NO when another image bears the name. Nil takes the receiver's name away.
+- (BOOL)setName:(NSString*)string;
+- (NSString*)name;
+- (BOOL)isValid; ///< has a representation
+
+- (NSArray*)representations;
+- (void)addRepresentation:(NSImageRep*)imageRep;
+- (void)addRepresentations:(NSArray*)imageReps;
+- (void)removeRepresentation:(NSImageRep*)imageRep;
+- (NSImageRep*)bestRepresentationForDevice:(NSDictionary*)deviceDescription;
+- (NSImageRep*)bestRepresentationForRect:(NSRect)rect
+                                 context:(NSGraphicsContext*)referenceContext
+                                   hints:(NSDictionary*)hints;
+
+- (void)setBackgroundColor:(NSColor*)color; ///< drawn behind the picture; nil or clear: nothing
+- (NSColor*)backgroundColor;                ///< clear until set
+- (NSString*)accessibilityDescription;
+- (void)setAccessibilityDescription:(NSString*)description;
+- (BOOL)isTemplate;
+- (void)setTemplate:(BOOL)isTemplate;
+
+- (void)setFlipped:(BOOL)flag; ///< `lockFocus` then gives coordinates with y running down
+- (BOOL)isFlipped;
+- (void)setCacheMode:(NSImageCacheMode)mode;
+- (NSImageCacheMode)cacheMode;
+- (void)setScalesWhenResized:(BOOL)flag;
+- (BOOL)scalesWhenResized;
+- (void)setDataRetained:(BOOL)flag;
+- (BOOL)isDataRetained;
+- (void)setCachedSeparately:(BOOL)flag;
+- (BOOL)isCachedSeparately;
+- (void)setCacheDepthMatchesImageDepth:(BOOL)flag;
+- (BOOL)cacheDepthMatchesImageDepth;
+- (void)setUsesEPSOnResolutionMismatch:(BOOL)flag;
+- (BOOL)usesEPSOnResolutionMismatch;
+- (void)setPrefersColorMatch:(BOOL)flag;
+- (BOOL)prefersColorMatch;
+- (void)setMatchesOnMultipleResolution:(BOOL)flag;
+- (BOOL)matchesOnMultipleResolution;
+- (void)recache;
+- (void)cancelIncrementalLoad;
+
+/// Between lock and unlock the current context draws into the image. Afterwards its only
+/// representation is a bitmap of 8-bit premultiplied RGBA, one pixel a point, of what it showed
+/// with the drawing on top. Raises NSImageCacheException for an image without size or one too large
+/// for memory.
+- (void)lockFocus;
+- (void)lockFocusFlipped:(BOOL)flipped;
+- (void)unlockFocus;
+
+/// `fromRect` is in the image's own points from its bottom left; NSZeroRect is all of it. `delta`
+/// is the opacity, 0 to 1. Without a current context nothing is drawn.
+- (void)drawAtPoint:(NSPoint)point
+           fromRect:(NSRect)fromRect
+          operation:(NSCompositingOperation)op
+           fraction:(CGFloat)delta;
+- (void)drawInRect:(NSRect)rect
+          fromRect:(NSRect)fromRect
+         operation:(NSCompositingOperation)op
+          fraction:(CGFloat)delta;
+- (void)drawInRect:(NSRect)dstSpacePortionRect
+          fromRect:(NSRect)srcSpacePortionRect
+         operation:(NSCompositingOperation)op
+          fraction:(CGFloat)requestedAlpha
+    respectFlipped:(BOOL)respectContextIsFlipped
+             hints:(NSDictionary*)hints;
+- (void)drawInRect:(NSRect)rect;
+/// NO when the representation could not be drawn.
+- (BOOL)drawRepresentation:(NSImageRep*)imageRep inRect:(NSRect)rect;
+
+/// Upright whether or not the context is flipped, with the bottom left corner at the point.
+- (void)compositeToPoint:(NSPoint)point operation:(NSCompositingOperation)op;
+- (void)compositeToPoint:(NSPoint)point fromRect:(NSRect)rect operation:(NSCompositingOperation)op;
+- (void)compositeToPoint:(NSPoint)point
+               operation:(NSCompositingOperation)op
+                fraction:(CGFloat)delta;
+- (void)compositeToPoint:(NSPoint)point
+                fromRect:(NSRect)rect
+               operation:(NSCompositingOperation)op
+                fraction:(CGFloat)delta;
+- (void)dissolveToPoint:(NSPoint)point fraction:(CGFloat)delta;
+- (void)dissolveToPoint:(NSPoint)point fromRect:(NSRect)rect fraction:(CGFloat)delta;
+
+/// One page for each bitmap; other representations are drawn first. Nil without representations.
+- (NSData*)TIFFRepresentation;
+- (NSData*)TIFFRepresentationUsingCompression:(NSTIFFCompression)comp factor:(float)factor;
+
+/// Of the representation that fits best; autoreleased.
+- (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect
+                             context:(NSGraphicsContext*)referenceContext
+                               hints:(NSDictionary*)hints;
+
++ (BOOL)canInitWithPasteboard:(NSPasteboard*)pasteboard;
+/// As NSImageRep's.
++ (NSArray*)imageUnfilteredFileTypes;
++ (NSArray*)imageUnfilteredPasteboardTypes;
++ (NSArray*)imageUnfilteredTypes;
++ (NSArray*)imageFileTypes;
++ (NSArray*)imagePasteboardTypes;
++ (NSArray*)imageTypes;
+
+@end
