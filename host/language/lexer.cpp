@@ -14,29 +14,52 @@ namespace {
 
 const std::unordered_map<std::string, Keyword>& keywords() {
     static const std::unordered_map<std::string, Keyword> table = {
-        {"and", Keyword::And},           {"as", Keyword::As},
-        {"byref", Keyword::ByRef},       {"byval", Keyword::ByVal},
-        {"case", Keyword::Case},         {"catch", Keyword::Catch},
-        {"const", Keyword::Const},       {"continue", Keyword::Continue},
-        {"dim", Keyword::Dim},           {"do", Keyword::Do},
-        {"downto", Keyword::DownTo},     {"each", Keyword::Each},
-        {"else", Keyword::Else},         {"elseif", Keyword::ElseIf},
-        {"end", Keyword::End},           {"exit", Keyword::Exit},
-        {"false", Keyword::False},       {"finally", Keyword::Finally},
-        {"for", Keyword::For},           {"function", Keyword::Function},
-        {"if", Keyword::If},             {"in", Keyword::In},
-        {"is", Keyword::Is},             {"isa", Keyword::IsA},
-        {"loop", Keyword::Loop},         {"mod", Keyword::Mod},
-        {"new", Keyword::New},           {"next", Keyword::Next},
-        {"nil", Keyword::Nil},           {"not", Keyword::Not},
-        {"optional", Keyword::Optional}, {"or", Keyword::Or},
-        {"print", Keyword::Print},       {"raise", Keyword::Raise},
-        {"redim", Keyword::Redim},       {"return", Keyword::Return},
-        {"select", Keyword::Select},     {"step", Keyword::Step},
-        {"sub", Keyword::Sub},           {"then", Keyword::Then},
-        {"to", Keyword::To},             {"true", Keyword::True},
-        {"try", Keyword::Try},           {"until", Keyword::Until},
-        {"wend", Keyword::Wend},         {"while", Keyword::While},
+        {"and", Keyword::And},
+        {"as", Keyword::As},
+        {"byref", Keyword::ByRef},
+        {"byval", Keyword::ByVal},
+        {"case", Keyword::Case},
+        {"catch", Keyword::Catch},
+        {"const", Keyword::Const},
+        {"continue", Keyword::Continue},
+        {"dim", Keyword::Dim},
+        {"do", Keyword::Do},
+        {"downto", Keyword::DownTo},
+        {"each", Keyword::Each},
+        {"else", Keyword::Else},
+        {"elseif", Keyword::ElseIf},
+        {"end", Keyword::End},
+        {"exit", Keyword::Exit},
+        {"false", Keyword::False},
+        {"finally", Keyword::Finally},
+        {"for", Keyword::For},
+        {"function", Keyword::Function},
+        {"if", Keyword::If},
+        {"in", Keyword::In},
+        {"is", Keyword::Is},
+        {"isa", Keyword::IsA},
+        {"loop", Keyword::Loop},
+        {"mod", Keyword::Mod},
+        {"new", Keyword::New},
+        {"next", Keyword::Next},
+        {"nil", Keyword::Nil},
+        {"not", Keyword::Not},
+        {"optional", Keyword::Optional},
+        {"or", Keyword::Or},
+        {"print", Keyword::Print},
+        {"raise", Keyword::Raise},
+        {"redim", Keyword::Redim},
+        {"return", Keyword::Return},
+        {"select", Keyword::Select},
+        {"step", Keyword::Step},
+        {"sub", Keyword::Sub},
+        {"then", Keyword::Then},
+        {"to", Keyword::To},
+        {"true", Keyword::True},
+        {"try", Keyword::Try},
+        {"until", Keyword::Until},
+        {"wend", Keyword::Wend},
+        {"while", Keyword::While},
         {"xor", Keyword::Xor},
     };
     return table;
@@ -57,13 +80,15 @@ bool isLineEnd(char c) { return c == '\n' || c == '\r'; }
 
 class Lexer {
 public:
-    explicit Lexer(std::string_view source) : source_(source) {
+    explicit Lexer(std::string_view source)
+        : source_(source) {
         constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
         if (source_.starts_with(byteOrderMark)) position_ = byteOrderMark.size();
     }
 
     std::vector<Token> run() {
-        while (position_ < source_.size()) readNext();
+        while (position_ < source_.size())
+            readNext();
         endLine();
         emit(TokenKind::EndOfFile);
         return std::move(tokens_);
@@ -114,18 +139,21 @@ private:
 
     void skipLineEnd() {
         if (peek() == '\r' && peek(1) == '\n') ++position_;
-        if (position_ < source_.size()) ++position_;
+        if (position_ == source_.size()) return;
+        ++position_;
         ++line_;
     }
 
     void skipComment() {
-        while (position_ < source_.size() && !isLineEnd(peek())) ++position_;
+        while (position_ < source_.size() && !isLineEnd(peek()))
+            ++position_;
     }
 
     /// An underscore that stands alone, with nothing but a comment behind it.
     bool continuesLine() const {
         std::size_t at = position_ + 1;
-        while (at < source_.size() && isSpace(source_[at])) ++at;
+        while (at < source_.size() && isSpace(source_[at]))
+            ++at;
         if (at == source_.size() || isLineEnd(source_[at])) return true;
         const bool spaced = at > position_ + 1;
         return spaced && (source_[at] == '\'' || source_.substr(at).starts_with("//"));
@@ -156,25 +184,28 @@ private:
     void readNumber() {
         const std::size_t start = position_;
         bool whole = true;
-        while (isDigit(peek())) ++position_;
+        while (isDigit(peek()))
+            ++position_;
         if (peek() == '.' && isDigit(peek(1))) {
             whole = false;
             ++position_;
-            while (isDigit(peek())) ++position_;
+            while (isDigit(peek()))
+                ++position_;
         }
         if ((peek() | 0x20) == 'e') {
             const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 2 : 1;
             if (isDigit(peek(sign))) {
                 whole = false;
                 position_ += sign;
-                while (isDigit(peek())) ++position_;
+                while (isDigit(peek()))
+                    ++position_;
             }
         }
         if (isWordPart(peek())) {
-            while (isWordPart(peek())) ++position_;
-            throw SourceError(
-                line_, "\"" + std::string(source_.substr(start, position_ - start)) +
-                           "\" is neither a number nor a name");
+            while (isWordPart(peek()))
+                ++position_;
+            throw SourceError(line_, "\"" + std::string(source_.substr(start, position_ - start)) +
+                                         "\" is neither a number nor a name");
         }
         const std::string_view digits = source_.substr(start, position_ - start);
         if (whole) {
@@ -190,7 +221,8 @@ private:
 
     void readWord() {
         const std::size_t start = position_;
-        while (isWordPart(peek())) ++position_;
+        while (isWordPart(peek()))
+            ++position_;
         const std::string_view text = source_.substr(start, position_ - start);
         const std::string folded = foldCase(text);
         const bool isMember = !tokens_.empty() && tokens_.back().symbol == Symbol::Dot;
@@ -207,7 +239,8 @@ private:
     /// `&h`, `&b` and `&c` literals; false where the ampersand is the joining operator.
     bool readPrefixedLiteral() {
         std::size_t end = position_ + 1;
-        while (end < source_.size() && isWordPart(source_[end])) ++end;
+        while (end < source_.size() && isWordPart(source_[end]))
+            ++end;
         if (end < position_ + 3) return false;
         const char letter = static_cast<char>(source_[position_ + 1] | 0x20);
         const std::string_view digits = source_.substr(position_ + 2, end - position_ - 2);
@@ -218,8 +251,7 @@ private:
         const auto [last, error] = std::from_chars(digits.begin(), digits.end(), value, base);
         if (last != digits.end()) return false;
         const std::string text(source_.substr(position_, end - position_));
-        if (error != std::errc{})
-            throw SourceError(line_, "The number " + text + " is too large");
+        if (error != std::errc{}) throw SourceError(line_, "The number " + text + " is too large");
         emit(letter == 'c' ? TokenKind::Colour : TokenKind::Integer, text).integer = value;
         position_ = end;
         return true;
@@ -227,14 +259,22 @@ private:
 
     void readSymbol() {
         static constexpr std::pair<std::string_view, Symbol> symbols[] = {
-            {"<>", Symbol::NotEqual},       {"<=", Symbol::LessOrEqual},
-            {">=", Symbol::GreaterOrEqual}, {"(", Symbol::LeftParenthesis},
-            {")", Symbol::RightParenthesis}, {",", Symbol::Comma},
-            {".", Symbol::Dot},             {"=", Symbol::Equal},
-            {"<", Symbol::Less},            {">", Symbol::Greater},
-            {"+", Symbol::Plus},            {"-", Symbol::Minus},
-            {"*", Symbol::Star},            {"/", Symbol::Slash},
-            {"\\", Symbol::Backslash},      {"^", Symbol::Caret},
+            {"<>", Symbol::NotEqual},
+            {"<=", Symbol::LessOrEqual},
+            {">=", Symbol::GreaterOrEqual},
+            {"(", Symbol::LeftParenthesis},
+            {")", Symbol::RightParenthesis},
+            {",", Symbol::Comma},
+            {".", Symbol::Dot},
+            {"=", Symbol::Equal},
+            {"<", Symbol::Less},
+            {">", Symbol::Greater},
+            {"+", Symbol::Plus},
+            {"-", Symbol::Minus},
+            {"*", Symbol::Star},
+            {"/", Symbol::Slash},
+            {"\\", Symbol::Backslash},
+            {"^", Symbol::Caret},
             {"&", Symbol::Ampersand},
         };
         for (const auto& [text, symbol] : symbols) {
@@ -245,7 +285,8 @@ private:
         }
         const char c = peek();
         if (c > ' ' && c < 0x7F)
-            throw SourceError(line_, std::string("The character \"") + c + "\" has no meaning here");
+            throw SourceError(line_,
+                              std::string("The character \"") + c + "\" has no meaning here");
         throw SourceError(line_, "The text holds a control character of code " +
                                      std::to_string(static_cast<unsigned char>(c)));
     }

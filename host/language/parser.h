@@ -8,9 +8,11 @@
 
 namespace host::language {
 
-/// Expressions and blocks nested deeper than this are refused, so that walking the tree cannot
-/// exhaust the stack.
+/// Parentheses, signs and blocks nested deeper than this are refused, as is an expression whose
+/// tree is deeper than `maximumTreeDepth` (a sum of that many terms), so that walking the tree
+/// cannot exhaust the stack.
 inline constexpr int maximumNesting = 250;
+inline constexpr int maximumTreeDepth = 1000;
 
 /// Throws SourceError at the first mistake.
 SyntaxTree parse(std::string_view source);

@@ -224,7 +224,7 @@ struct Parameter {
     std::string name;
     TypeName type;
     bool byReference = false;
-    bool optional = false;        ///< may be left out; without a default it is the type's neutral value
+    bool optional = false; ///< may be left out; without a default it is the type's neutral value
     ExpressionPointer defaultValue;
 };
 
