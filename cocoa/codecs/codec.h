@@ -95,7 +95,7 @@ struct Picture {
     Bytes exif;
 };
 
-/// TIFF's own compression numbers.
+/// TIFF's own compression numbers. JPEG holds 8-bit samples without alpha, CCITT 1-bit grey.
 enum class TIFFCompression : std::uint16_t {
     None = 1,
     CCITTFax3 = 3,
@@ -123,8 +123,12 @@ struct Codec {
     Encoded (*encode)(std::span<const Picture> pages, const EncodeOptions& options);
 };
 
+/// Writes grey of 1 to 16 bits, and grey with alpha, RGB and RGBA of 8 and 16; alpha straight.
 extern const Codec png;
+/// Writes 8-bit grey, RGB and CMYK without alpha.
 extern const Codec jpeg;
+/// Writes every layout; one image a page. Reads every directory of the main chain that holds an image
+/// that can be decoded; 32-bit samples, integer and floating, become 16-bit ones.
 extern const Codec tiff;
 
 /// Every format that is decoded, in the order in which data is tried.

@@ -1,0 +1,25 @@
+#include "cocoa/codecs/formats.h"
+
+#include <array>
+
+namespace cocoa::codecs {
+
+constinit const Codec png{"PNG", "public.png", "png", sniff_png, open_png, encode_png};
+constinit const Codec jpeg{"JPEG",     "public.jpeg", "jpg jpeg jpe jfif",
+                           sniff_jpeg, open_jpeg,     encode_jpeg};
+constinit const Codec tiff{"TIFF", "public.tiff", "tiff tif", sniff_tiff, open_tiff, encode_tiff};
+
+std::span<const Codec* const> all_codecs() {
+    static constexpr std::array<const Codec*, 3> codecs{&png, &jpeg, &tiff};
+    return codecs;
+}
+
+Opened open(Bytes data) {
+    for (const Codec* codec : all_codecs()) {
+        if (!codec->sniff(data)) continue;
+        if (auto reader = codec->open(data)) return {codec, std::move(reader)};
+    }
+    return {};
+}
+
+} // namespace cocoa::codecs

@@ -1,0 +1,37 @@
+#pragma once
+
+/// The readers and writers that make up the codecs of `codecs.cpp`, one pair a format.
+
+#include "cocoa/codecs/codec.h"
+
+#include <cmath>
+
+namespace cocoa::codecs {
+
+bool sniff_png(Bytes data);
+std::unique_ptr<Reader> open_png(Bytes data);
+Encoded encode_png(std::span<const Picture> pages, const EncodeOptions& options);
+
+bool sniff_jpeg(Bytes data);
+std::unique_ptr<Reader> open_jpeg(Bytes data);
+Encoded encode_jpeg(std::span<const Picture> pages, const EncodeOptions& options);
+
+bool sniff_tiff(Bytes data);
+std::unique_ptr<Reader> open_tiff(Bytes data);
+Encoded encode_tiff(std::span<const Picture> pages, const EncodeOptions& options);
+
+/// True for sides that a page may have.
+inline bool acceptable_size(std::uint64_t width, std::uint64_t height) {
+    return width > 0 && height > 0 && width <= maximumPixels && height <= maximumPixels / width;
+}
+
+/// True for a picture whose rows lie where its layout says that they do.
+inline bool well_formed(const Picture& picture) {
+    const PixelLayout& layout = picture.layout;
+    return picture.pixels && acceptable_size(layout.width, layout.height) &&
+           picture.rowBytes >= layout.packedRowBytes();
+}
+
+inline constexpr double inchesPerMeter = 1 / 0.0254;
+
+} // namespace cocoa::codecs
