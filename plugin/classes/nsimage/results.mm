@@ -1,0 +1,82 @@
+/// Members that make another image, or encoded data, of the image. Without an image they give null.
+
+#include "plugin/bridge/data.h"
+#include "plugin/bridge/sizes.h"
+#include "plugin/bridge/wrappers.h"
+#include "plugin/classes/handle.h"
+#include "plugin/classes/nsimage/ImageAdditionsZNT.h"
+#include "plugin/classes/nsimage/members.h"
+#include "plugin/entry/frames.h"
+
+namespace {
+
+/// The wrapper of the image that `message` returns.
+template <typename Message>
+REALobjectStruct* image_result(REALobjectStruct* object, Message message) {
+    return FullFrame([&] { return NewNSImageZNT(message(image_of(object))); });
+}
+
+/// A memory block of the data that `message` returns.
+template <typename Message>
+REALmemoryBlockStruct* data_result(REALobjectStruct* object, Message message) {
+    return FullFrame([&] { return NSDataRB(message(image_of(object))); });
+}
+
+} // namespace
+
+REALobjectStruct* imageByScalingToSize(REALobjectStruct* object, double width, double height) {
+    return image_result(object, [&](NSImage* image) {
+        return [image imageByScalingToSizeZNT:narrowed_size(width, height)];
+    });
+}
+
+REALobjectStruct* imageByScalingToSizeWithFraction(REALobjectStruct* object, double width,
+                                                   double height, double fraction) {
+    return image_result(object, [&](NSImage* image) {
+        return [image imageByScalingToSizeZNT:narrowed_size(width, height)
+                                     fraction:static_cast<float>(fraction)];
+    });
+}
+
+REALobjectStruct* imageByScalingToSizeInFull(REALobjectStruct* object, double width, double height,
+                                             double fraction, bool flip, bool proportionally) {
+    return image_result(object, [&](NSImage* image) {
+        return [image imageByScalingToSizeZNT:narrowed_size(width, height)
+                                     fraction:static_cast<float>(fraction)
+                                    flipImage:flip
+                               proportionally:proportionally];
+    });
+}
+
+REALobjectStruct* imageByFadingToFraction(REALobjectStruct* object, double fraction) {
+    return image_result(object, [&](NSImage* image) {
+        return [image imageByFadingToFraction:static_cast<float>(fraction)];
+    });
+}
+
+REALmemoryBlockStruct* PNGRepresentation(REALobjectStruct* object) {
+    return data_result(object, [](NSImage* image) { return [image PNGRepresentationZNT]; });
+}
+
+REALmemoryBlockStruct* JPEGRepresentation(REALobjectStruct* object) {
+    return data_result(object, [](NSImage* image) { return [image JPEGRepresentationZNT]; });
+}
+
+REALmemoryBlockStruct* JPEGRepresentationWithCompressionFactor(REALobjectStruct* object,
+                                                               double factor) {
+    return data_result(object, [&](NSImage* image) {
+        return [image JPEGRepresentationWithCompressionFactorZNT:static_cast<float>(factor)];
+    });
+}
+
+REALmemoryBlockStruct* TIFFRepresentation(REALobjectStruct* object) {
+    return data_result(object, [](NSImage* image) { return [image TIFFRepresentation]; });
+}
+
+REALmemoryBlockStruct* TIFFRepresentationUsingCompression(REALobjectStruct* object,
+                                                          REALword compression, double factor) {
+    return data_result(object, [&](NSImage* image) {
+        return [image TIFFRepresentationUsingCompression:static_cast<NSTIFFCompression>(compression)
+                                                  factor:static_cast<float>(factor)];
+    });
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "plugin/entry/references.h"
+
+#include <Cocoa/Cocoa.h>
+
+struct CocoaTraits {
+    static void retain(id object) { [object retain]; }
+    static void release(id object) { [object release]; }
+};
+
+/// Owner of a Cocoa object, for example CocoaReference<NSImage*>.
+template <typename Pointer>
+using CocoaReference = Reference<Pointer, CocoaTraits>;

@@ -1,0 +1,78 @@
+#pragma once
+
+/// The host's services under the names of its SDK. Each is a callable of one service's signature;
+/// see sdk/services.h for the signatures and sdk/host_service.h for what a missing service does.
+
+#include "sdk/host_service.h"
+
+#include <type_traits>
+
+/// The callable of one service of the list, for example HostService<REALservices::LockObject>.
+template <const auto& descriptor>
+class HostService
+    : public REALhostService<typename std::remove_cvref_t<decltype(descriptor)>::Function> {
+public:
+    constexpr HostService()
+        : REALhostService<typename std::remove_cvref_t<decltype(descriptor)>::Function>(
+              descriptor) {}
+};
+
+// Strings
+inline constinit HostService<REALservices::BuildString> REALBuildString;
+inline constinit HostService<REALservices::LockString> REALLockString;
+inline constinit HostService<REALservices::UnlockString> REALUnlockString;
+inline constinit HostService<REALservices::GetStringEncoding> REALGetStringEncoding;
+inline constinit HostService<REALservices::SetStringEncoding> REALSetStringEncoding;
+inline constinit HostService<REALservices::ConvertString> REALConvertString;
+inline constinit HostService<REALservices::DisposeStringData> REALDisposeStringData;
+/// One service in two slots: hosts from 2012.0 on are asked through the first one before.
+inline constinit HostService<REALservices::GetStringCFString> REALCopyStringCFString;
+inline constinit HostService<REALservices::GetStringCFString> REALGetStringCFString;
+
+/// Copies a string's bytes into `data`, converted to `encoding`, or as they are for
+/// REALtextEncodingNone. Returns whether `data` was filled; its buffer, which ends with four zero
+/// bytes, then belongs to the caller (see StringData in references.h).
+///
+/// Without the host's service the copy is made here. For bytes as they are, the buffer then has
+/// room for as many bytes as the length field of `data` says on entry, or for the string if that is
+/// longer. A null string gives false.
+bool REALGetStringData(REALstringStruct* string, std::uint32_t encoding, REALstringData* data);
+
+// Objects and classes
+inline constinit HostService<REALservices::LockObject> REALLockObject;
+inline constinit HostService<REALservices::UnlockObject> REALUnlockObject;
+inline constinit HostService<REALservices::NewInstance> REALnewInstance;
+inline constinit HostService<REALservices::RaiseException> REALRaiseException;
+
+// Members by name
+inline constinit HostService<REALservices::LoadGlobalMethod> REALLoadFrameworkMethod;
+inline constinit HostService<REALservices::SetPropValueInt32> REALSetPropValueInt32;
+inline constinit HostService<REALservices::SetPropValueString> REALSetPropValueString;
+
+// Arrays
+inline constinit HostService<REALservices::CreateArray> REALCreateArray;
+inline constinit HostService<REALservices::ArrayInsertProc> REALGetArrayInsertProc;
+
+/// Inserts an element; the array takes a reference of its own. Nothing happens when the host does
+/// not tell how.
+inline void REALInsertArrayValueString(REALarrayStruct* array, std::int32_t index,
+                                       REALstringStruct* element) {
+    if (auto* const insert = reinterpret_cast<REALarrayInsertString>(REALGetArrayInsertProc(array)))
+        insert(array, index, element);
+}
+inline void REALInsertArrayValueObject(REALarrayStruct* array, std::int32_t index,
+                                       REALobjectStruct* element) {
+    if (auto* const insert = reinterpret_cast<REALarrayInsertObject>(REALGetArrayInsertProc(array)))
+        insert(array, index, element);
+}
+
+// Memory blocks
+inline constinit HostService<REALservices::NewMemoryBlock> REALNewMemoryBlockOriginal;
+inline constinit HostService<REALservices::MemoryBlockGetPtr> REALMemoryBlockGetPtr;
+inline constinit HostService<REALservices::MemoryBlockGetSize> REALMemoryBlockGetSize;
+
+// Folder items
+inline constinit HostService<REALservices::FSRefFromFolderItem> REALFSRefFromFolderItem;
+inline constinit HostService<REALservices::FSSpecFromFolderItem> REALFSSpecFromFolderItem;
+inline constinit HostService<REALservices::FolderItemFromParentFSRef> REALFolderItemFromParentFSRef;
+inline constinit HostService<REALservices::FolderItemFromFSSpec> REALFolderItemFromFSSpec;
