@@ -52,10 +52,9 @@
 + (NSColor*)brownColor;
 + (NSColor*)clearColor; ///< calibrated white 0, alpha 0
 
-/// Make the receiver the current context's colour, for filling, for framing, or both.
+/// Make the receiver the colour that the current context fills with.
 - (void)set;
 - (void)setFill;
-- (void)setStroke;
 
 - (NSString*)colorSpaceName;
 - (NSColorSpace*)colorSpace;

@@ -26,6 +26,9 @@ typedef NSUInteger NSImageLoadStatus;
 
 APPKIT_EXTERN NSString* const NSImageCacheException;
 
+/// A hint for drawing: NSNumber, an NSImageInterpolation that goes before the context's own.
+APPKIT_EXTERN NSString* const NSImageHintInterpolation;
+
 /// A picture in one or more representations. Size is in points; y runs up from the bottom left.
 @interface NSImage : NSObject <NSCopying> {
 @private
