@@ -121,7 +121,7 @@ public:
     std::size_t dataOffset = 0;
     std::size_t dataSize = 0;
     REALword flags = REALconsoleSafe;
-    /// False for Variants and arrays, which no program and no plug-in can make by name.
+    /// False for classes that neither a program nor a plug-in can make instances of.
     bool canBeInstantiated = true;
     std::string plugin;               ///< empty for the host's own classes
     std::optional<RawDefinition> raw; ///< of a plug-in's class

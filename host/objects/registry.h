@@ -50,21 +50,49 @@ public:
     std::size_t liveStrings() const { return liveStrings_; }
     std::size_t liveObjects() const;
     std::size_t liveObjects(std::string_view className) const; ///< of exactly this class
-    /// A sentence for each string and object that is still alive, except those alive at `mark()`.
+    /// A sentence for each string and object that is still alive and not the host's own.
     std::vector<std::string> leaks() const;
-    /// Takes what is alive now for the host's own.
-    void mark();
+
+    /// What is made while one of these lives is the host's own and never counts as leaked:
+    /// constants, default values.
+    class HostOwned {
+    public:
+        explicit HostOwned(Registry& registry)
+            : registry_(registry) {
+            ++registry_.ownDepth_;
+        }
+        ~HostOwned() { --registry_.ownDepth_; }
+        HostOwned(const HostOwned&) = delete;
+        HostOwned& operator=(const HostOwned&) = delete;
+
+    private:
+        Registry& registry_;
+    };
+
+    /// Bytes for a REALstringData, followed by four zero bytes; null when there is no memory.
+    void* makeBuffer(std::string_view bytes);
+    /// False when the buffer is none that is owed.
+    bool freeBuffer(void* buffer);
 
 private:
-    struct Record;
+    struct Record {
+        Kind kind = Kind::Unknown;
+        bool alive = true;
+        bool isHostOwned = false;
+        const Class* type = nullptr;
+        std::string_view origin;
+        std::size_t serial = 0;
+    };
+    void enter(const void* pointer, Kind kind, const Class* type);
     void bury(const void* pointer, Record& record);
-    void destroy(REALobjectStruct* object, Record& record);
+    void destroy(REALobjectStruct* object);
 
     std::unordered_map<const void*, Record> records_;
     std::deque<const void*> graves_;
+    std::unordered_map<void*, std::string_view> buffers_;
     std::size_t liveStrings_ = 0;
     std::size_t serial_ = 0;
-    std::size_t marked_ = 0;
+    int ownDepth_ = 0;
 };
 
 } // namespace host

@@ -7,9 +7,11 @@
 
 #include <exception>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace host {
@@ -47,8 +49,11 @@ private:
 [[noreturn]] void raise(std::string_view className, std::string_view message,
                         std::int32_t errorNumber = 0);
 
+class AutoreleasePool;
+
 class Runtime {
 public:
+    /// Throws std::invalid_argument for an unknown name of a service in `without`.
     explicit Runtime(Options options = {});
     ~Runtime();
     Runtime(const Runtime&) = delete;
@@ -67,10 +72,14 @@ public:
     /// The host's own and then the plug-ins', in the order of their registration.
     const std::vector<std::unique_ptr<Class>>& classes() const { return classes_; }
     Class& addClass(std::unique_ptr<Class> added);
+    /// The classes of arrays and of boxed Variants, which have no name that a program could use.
+    const Class& arrayClass() const { return *arrayClass_; }
+    const Class& variantClass() const { return *variantClass_; }
 
     /// An instance with one reference whose classes' constructors have run, the superclass's first;
-    /// not the methods called Constructor. Nil for a class that makes no instances.
+    /// not the methods called Constructor. Nil when there is no memory.
     ObjectRef newInstance(const Class& type);
+    /// Nil also for an unknown class and one that makes no instances.
     ObjectRef newInstance(std::string_view className);
     /// What `New Class(arguments)` does: an instance, then the fitting Constructor. Throws Raised;
     /// throws CallError for arguments that no Constructor takes.
@@ -83,6 +92,9 @@ public:
     /// NilObjectException. With ByRef parameters `arguments` receives the changed values.
     Value call(const Method& method, REALobjectStruct* self, std::vector<Value>& arguments);
     Value call(const Method& method, REALobjectStruct* self, std::vector<Value>&& arguments = {});
+    /// The same, but an exception that the member raised stays pending and the result is what the
+    /// member returned.
+    Value perform(const Method& method, REALobjectStruct* self, std::vector<Value>& arguments);
     Value get(const Property& property, REALobjectStruct* self);
     void set(const Property& property, REALobjectStruct* self, const Value& value);
 
@@ -104,9 +116,11 @@ public:
 
     // Plug-ins
 
-    /// Loads a plug-in and runs its entry point. An error says why that could not be done.
+    /// Loads a plug-in for good and runs its entry point. An error says why that could not be done.
     std::optional<std::string> loadPlugin(const std::string& path);
     const std::vector<std::string>& plugins() const { return plugins_; }
+    /// The layout of class definitions that the latest plug-in declared; 0 before any did.
+    int controlVersion = 0;
 
     // What the host noticed
 
@@ -123,17 +137,34 @@ public:
     /// The text of every message box that a plug-in showed.
     std::vector<std::string> messages;
 
+    /// Releases what Cocoa code autoreleased, as a host does between events. Done by itself now and
+    /// then when no member is at work.
+    void drainPool();
+
+    /// The thread that the host runs on; plug-ins may call it from no other.
+    bool onHostThread() const;
+
 private:
     void defineClasses();
 
+    /// Counts the members at work.
+    class Depth;
+
     Options options_;
+    std::unique_ptr<AutoreleasePool> pool_;
+    int depth_ = 0;
+    int callsSinceDrain_ = 0;
     Registry registry_;
+    std::unique_ptr<Class> arrayClass_;
+    std::unique_ptr<Class> variantClass_;
     std::vector<std::unique_ptr<Class>> classes_;
     std::map<std::string, Class*, std::less<>> classesByName_;
     std::vector<std::unique_ptr<Method>> functions_;
     ObjectRef pending_;
     std::vector<std::string> plugins_;
+    std::mutex misuseMutex_; ///< a plug-in's own thread may break a rule too
     std::vector<std::string> misuse_;
+    std::thread::id thread_ = std::this_thread::get_id();
 };
 
 /// A call that the program got wrong: no overload takes the arguments. Not catchable by it.
@@ -151,7 +182,8 @@ private:
 const Method& overloadFor(std::string_view name, std::span<const Method* const> candidates,
                           std::span<const Value> arguments);
 
-/// Names the service or member at work, for reports, for as long as it lives.
+/// Names the service or member at work, for reports, for as long as it lives. The name is kept in
+/// the records of what is made meanwhile, so it must live as long as the Runtime.
 class Activity {
 public:
     explicit Activity(std::string_view name);

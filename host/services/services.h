@@ -25,8 +25,9 @@ struct Services {
     static int lookups(std::string_view name);
     static int calls(std::string_view name);
 
-    /// Offers a service or withdraws it, for lookups from now on.
-    static void offer(std::string_view name, bool offered);
+    /// Offers a service or withdraws it, for lookups from now on. False when there is none of that
+    /// name.
+    static bool offer(std::string_view name, bool offered);
 
     /// Lets the next calls of the service return the neutral value and do nothing.
     static void fail(std::string_view name, int times);

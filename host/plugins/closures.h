@@ -1,0 +1,13 @@
+#pragma once
+
+/// C functions over members, for plug-ins that load a member by its declaration.
+
+#include "host/objects/class.h"
+
+namespace host {
+
+/// A function of the method's C shape, with the object first unless it is shared, which lives as
+/// long as the process. The same method always gives the same function.
+void* functionOf(const Method& method);
+
+} // namespace host

@@ -1,0 +1,17 @@
+#include "host/plugins/pool.h"
+
+#import <Foundation/NSAutoreleasePool.h>
+
+namespace host {
+
+AutoreleasePool::AutoreleasePool()
+    : pool_([[NSAutoreleasePool alloc] init]) {}
+
+AutoreleasePool::~AutoreleasePool() { [(id)pool_ release]; }
+
+void AutoreleasePool::drain() {
+    [(id)pool_ release];
+    pool_ = [[NSAutoreleasePool alloc] init];
+}
+
+} // namespace host
