@@ -133,7 +133,7 @@ CF_EXPORT OSErr FSGetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo
 /// An existing item of a folder. `textEncodingHint` is not needed here.
 CF_EXPORT OSErr FSMakeFSRefUnicode(const FSRef* parentRef, UniCharCount nameLength,
                                    const UniChar* name, UInt32 textEncodingHint, FSRef* newRef);
-/// noErr when both refer to the same item.
+/// noErr when both refer to the same item, errFSRefsDifferent when not.
 CF_EXPORT OSErr FSCompareFSRefs(const FSRef* first, const FSRef* second);
 
 /// The reference of the item that an FSSpec names; fnfErr when there is none.
