@@ -62,6 +62,7 @@ struct Property {
     Setter set; ///< empty when read-only; takes a value of `type`
     REALword flags = REALpropertyFlags;
     bool isDirect = false; ///< a field that the host reads and writes itself
+    bool isShared = false; ///< belongs to the class; its accessors take a null object
 };
 
 struct Constant {

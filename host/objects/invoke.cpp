@@ -66,7 +66,8 @@ Value Runtime::call(const Method& method, REALobjectStruct* self, std::vector<Va
 }
 
 Value Runtime::get(const Property& property, REALobjectStruct* self) {
-    if (!self) raise("NilObjectException", property.name + " of Nil was read.");
+    if (!property.isShared && !self)
+        raise("NilObjectException", property.name + " of Nil was read.");
     const ObjectRef kept = ObjectRef::retain(self);
     const Depth depth(*this);
     Value value = property.get(self);
@@ -75,7 +76,8 @@ Value Runtime::get(const Property& property, REALobjectStruct* self) {
 }
 
 void Runtime::set(const Property& property, REALobjectStruct* self, const Value& value) {
-    if (!self) raise("NilObjectException", property.name + " of Nil was assigned to.");
+    if (!property.isShared && !self)
+        raise("NilObjectException", property.name + " of Nil was assigned to.");
     if (!property.set) throw CallError(property.name + " is read-only");
     const auto converted = convert(value, property.type);
     if (!converted)

@@ -146,6 +146,7 @@ private:
         Property property;
         property.name = name;
         property.type = Type::of(declared->result);
+        property.isShared = isShared;
         property.flags = checkedFlags(record[3], what);
         if (!isAvailable(property.flags)) return;
         const REALword parameter = record[6];

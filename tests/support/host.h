@@ -19,6 +19,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,7 +50,7 @@ public:
     // and raised() tells the exception. Result may be host::Value, host::ObjectRef, std::string
     // (UTF-8), bool, double or an integer; a member with another type of result fails the test.
 
-    /// `New className(arguments...)`.
+    /// `New className(arguments...)`. The instance is there also when its Constructor raised.
     template <typename... Arguments>
     host::ObjectRef create(std::string_view className, Arguments&&... arguments) {
         return createWith(className, "Constructor", values(std::forward<Arguments>(arguments)...));
@@ -164,6 +165,18 @@ private:
     template <typename Result>
     Result as(const host::Value& value);
 
+    /// The class of the name, which the test must not have got wrong.
+    const host::Class* classNamed(std::string_view name);
+    /// The candidate of that declaration, or the one for the arguments; null fails the test.
+    static const host::Method* choose(std::string_view method,
+                                      const std::vector<const host::Method*>& candidates,
+                                      const std::vector<host::Value>& arguments);
+    host::Value performed(const host::Method* method, const host::ObjectRef& object,
+                          std::vector<host::Value> arguments);
+    /// Does the work and keeps the exception that it raises.
+    host::Value guarded(const std::function<host::Value()>& work);
+    void expectExamined();
+
     host::ObjectRef createWith(std::string_view className, std::string_view constructor,
                                std::vector<host::Value> arguments);
     host::Value callWith(const host::ObjectRef& object, std::string_view method,
@@ -174,10 +187,6 @@ private:
                     std::vector<host::Value> arguments);
     host::Value getValue(const host::ObjectRef& object, std::string_view property);
     host::Value constantValue(std::string_view className, std::string_view name);
-
-    template <typename Work>
-    host::Value guarded(Work work);
-    void expectExamined();
 
     host::Runtime runtime_;
     host::ObjectRef raised_;
