@@ -127,8 +127,8 @@ struct Codec {
 extern const Codec png;
 /// Writes 8-bit grey, RGB and CMYK without alpha.
 extern const Codec jpeg;
-/// Writes every layout; one image a page. Reads every directory of the main chain that holds an image
-/// that can be decoded; 32-bit samples, integer and floating, become 16-bit ones.
+/// Writes every layout; one image a page. Reads every directory of the main chain that holds an
+/// image that can be decoded; 32-bit samples, integer and floating, become 16-bit ones.
 extern const Codec tiff;
 
 /// Every format that is decoded, in the order in which data is tried.

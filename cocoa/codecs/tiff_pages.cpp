@@ -127,13 +127,12 @@ bool load_palette(TIFF* tiff, SampleConversion& conversion) {
     return true;
 }
 
-/// Fills in how the page is decoded sample by sample; false where that is not known.
-bool describe_plain(TIFF* tiff, const Tags& tags, TiffPage& page) {
-    const auto model = plain_model(tiff, tags);
+/// Fills in how the page is decoded sample by sample; false when it cannot be.
+bool describe_plain(TIFF* tiff, const Tags& tags, ColorModel model, TiffPage& page) {
     SampleConversion& conversion = page.conversion;
-    if (!model || !set_conversion(tags, conversion)) return false;
+    if (!set_conversion(tags, conversion)) return false;
     PixelLayout& layout = page.info.layout;
-    layout.model = *model;
+    layout.model = model;
     const bool palette = conversion.kind == Kind::Palette;
     const int colors = palette ? 1 : layout.colorSamples();
     if (tags.samples < colors || (palette && !load_palette(tiff, conversion))) return false;
@@ -156,6 +155,7 @@ bool describe_plain(TIFF* tiff, const Tags& tags, TiffPage& page) {
     return true;
 }
 
+/// Fills in that libtiff converts the page; false when it cannot either.
 bool describe_rendered(TIFF* tiff, TiffPage& page) {
     std::array<char, 1024> reason;
     if (!TIFFRGBAImageOK(tiff, reason.data())) return false;
@@ -163,7 +163,6 @@ bool describe_rendered(TIFF* tiff, TiffPage& page) {
     layout.model = ColorModel::RGB;
     layout.bitsPerSample = 8;
     layout.alpha = alpha_sample(tiff).alpha == Alpha::None ? Alpha::None : Alpha::Premultiplied;
-    page.conversion = {};
     page.route = TiffPage::Route::Rendered;
     return true;
 }
@@ -234,7 +233,10 @@ std::optional<TiffPage> describe_page(TIFF* tiff) {
     if (!acceptable_size(layout.width, layout.height)) return std::nullopt;
     if (!TIFFIsCODECConfigured(tags.compression)) return std::nullopt;
     page.directory = TIFFCurrentDirectory(tiff);
-    if (!describe_plain(tiff, tags, page) && !describe_rendered(tiff, page)) return std::nullopt;
+    const auto model = plain_model(tiff, tags);
+    const bool described =
+        model ? describe_plain(tiff, tags, *model, page) : describe_rendered(tiff, page);
+    if (!described) return std::nullopt;
     describe_metadata(tiff, page.info);
     return page;
 }

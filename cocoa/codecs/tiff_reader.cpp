@@ -245,9 +245,27 @@ private:
                 if (!has_all_data(tiff_.get(), input_.data.size())) return false;
                 pages_.push_back(std::move(*page));
             }
-            if (TIFFLastDirectory(tiff_.get())) return !pages_.empty();
+            if (TIFFLastDirectory(tiff_.get())) return !pages_.empty() && has_whole_directory();
             if (pages_.size() == mostPages || !TIFFReadDirectory(tiff_.get())) return false;
         }
+    }
+
+    /// Whether the link behind the current directory is there, which libtiff does not insist on.
+    bool has_whole_directory() {
+        const bool big = TIFFIsBigTIFF(tiff_.get()) != 0;
+        const std::uint64_t countSize = big ? 8 : 2;
+        const std::uint64_t entrySize = big ? 20 : 12;
+        const std::uint64_t linkSize = big ? 8 : 4;
+        const std::uint64_t start = TIFFCurrentDirOffset(tiff_.get());
+        const std::uint64_t size = input_.data.size();
+        if (start > size || countSize > size - start) return false;
+        std::uint64_t count = 0;
+        for (std::uint64_t i = 0; i < countSize; ++i) {
+            const std::uint64_t at = TIFFIsBigEndian(tiff_.get()) ? i : countSize - 1 - i;
+            count = count << 8 | input_.data[static_cast<std::size_t>(start + at)];
+        }
+        const std::uint64_t room = size - start - countSize;
+        return linkSize <= room && count <= (room - linkSize) / entrySize;
     }
 
     TiffInput input_;
