@@ -72,10 +72,6 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
     struct NSBitmapState* _bitmap;
 }
 
-/// A bitmap of what the focused image shows in `rect`, of the current context's coordinates. Nil
-/// without a focus or when no pixel lies in `rect`.
-- (id)initWithFocusedViewRect:(NSRect)rect;
-
 /// `planes` holds one pointer (meshed) or one a sample (planar, up to 5). The memory is used in
 /// place and stays the caller's; where `planes` or its first pointer is null, zeroed memory is
 /// allocated. `rowBytes` and `pixelBits` may be 0: as many as needed. Nil when the numbers do not
@@ -102,13 +98,6 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
                    bytesPerRow:(NSInteger)rowBytes
                   bitsPerPixel:(NSInteger)pixelBits;
 
-/// The image's own layout where a bitmap can have it, else 8-bit premultiplied RGBA.
-- (id)initWithCGImage:(CGImageRef)cgImage;
-
-+ (NSArray*)imageRepsWithData:(NSData*)data; ///< one for each page; nil when it is no image
-+ (id)imageRepWithData:(NSData*)data;        ///< the first page
-- (id)initWithData:(NSData*)data;
-
 /// The pixels, to read or to change. Valid as long as the receiver lives. After the pixels were
 /// changed, `CGImage` shows the change once `bitmapData` or `getBitmapDataPlanes:` has been sent
 /// again.
@@ -124,14 +113,21 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
 - (NSBitmapFormat)bitmapFormat;
 - (NSColorSpace*)colorSpace;
 
-/// A picture of the pixels as they are now; the same one until they change. Owned by the receiver.
-- (CGImageRef)CGImage;
+/// Properties kept with the bitmap; a nil value removes one.
+- (void)setProperty:(NSString*)property withValue:(id)value;
+- (id)valueForProperty:(NSString*)property;
 
-/// x counts from the left, y from the top. Out of bounds: nil, nothing.
-- (void)getPixel:(NSUInteger[])p atX:(NSInteger)x y:(NSInteger)y; ///< raw samples
-- (void)setPixel:(NSUInteger[])p atX:(NSInteger)x y:(NSInteger)y;
-- (NSColor*)colorAtX:(NSInteger)x y:(NSInteger)y; ///< not premultiplied
-- (void)setColor:(NSColor*)color atX:(NSInteger)x y:(NSInteger)y;
+@end
+
+@interface NSBitmapImageRep (NSBitmapDecoding)
+
++ (NSArray*)imageRepsWithData:(NSData*)data; ///< one for each page; nil when it is no image
++ (id)imageRepWithData:(NSData*)data;        ///< the first page
+- (id)initWithData:(NSData*)data;
+
+@end
+
+@interface NSBitmapImageRep (NSBitmapEncoding)
 
 /// Where `compression` cannot be used for the bitmap, none is.
 - (NSData*)TIFFRepresentation;
@@ -155,8 +151,28 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
 - (void)getCompression:(NSTIFFCompression*)compression factor:(float*)factor;
 - (void)setCompression:(NSTIFFCompression)compression factor:(float)factor;
 
-/// Properties kept with the bitmap; a nil value removes one.
-- (void)setProperty:(NSString*)property withValue:(id)value;
-- (id)valueForProperty:(NSString*)property;
+@end
+
+@interface NSBitmapImageRep (NSBitmapPixels)
+
+/// x counts from the left, y from the top. Out of bounds: nil, nothing.
+- (void)getPixel:(NSUInteger[])p atX:(NSInteger)x y:(NSInteger)y; ///< raw samples
+- (void)setPixel:(NSUInteger[])p atX:(NSInteger)x y:(NSInteger)y;
+- (NSColor*)colorAtX:(NSInteger)x y:(NSInteger)y; ///< not premultiplied
+- (void)setColor:(NSColor*)color atX:(NSInteger)x y:(NSInteger)y;
+
+@end
+
+@interface NSBitmapImageRep (NSBitmapCGImage)
+
+/// A bitmap of what the focused image shows in `rect`, of the current context's coordinates. Nil
+/// without a focus or when no pixel lies in `rect`.
+- (id)initWithFocusedViewRect:(NSRect)rect;
+
+/// The image's own layout where a bitmap can have it, else 8-bit premultiplied RGBA.
+- (id)initWithCGImage:(CGImageRef)cgImage;
+
+/// A picture of the pixels as they are now; the same one until they change. Owned by the receiver.
+- (CGImageRef)CGImage;
 
 @end

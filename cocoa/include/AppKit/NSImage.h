@@ -35,40 +35,16 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
     struct NSImageState* _state;
 }
 
-/// The image that bears the name now; nil when none does or for nil. Not retained by its name.
-+ (id)imageNamed:(NSString*)name;
-
 - (id)init; ///< of zero size: the first representation then gives it its own
 - (id)initWithSize:(NSSize)size;
-/// Nil for data that is no whole image. An EXIF orientation is applied: the picture stands upright.
-- (id)initWithData:(NSData*)data;
-- (id)initWithDataIgnoringOrientation:(NSData*)data;
-- (id)initWithContentsOfFile:(NSString*)fileName;
-- (id)initWithContentsOfURL:(NSURL*)url;
-/// Reads the file when the image is first asked about; `isValid` then tells whether it could.
-- (id)initByReferencingFile:(NSString*)fileName;
-- (id)initByReferencingURL:(NSURL*)url;
-- (id)initWithPasteboard:(NSPasteboard*)pasteboard;
-- (id)initWithIconRef:(IconRef)iconRef;
-/// A size of zero is the image's own in pixels.
-- (id)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size;
-
 - (void)setSize:(NSSize)size;
 - (NSSize)size;
-/// NO when another image bears the name. Nil takes the receiver's name away.
-- (BOOL)setName:(NSString*)string;
-- (NSString*)name;
 - (BOOL)isValid; ///< has a representation
 
 - (NSArray*)representations;
 - (void)addRepresentation:(NSImageRep*)imageRep;
 - (void)addRepresentations:(NSArray*)imageReps;
 - (void)removeRepresentation:(NSImageRep*)imageRep;
-- (NSImageRep*)bestRepresentationForDevice:(NSDictionary*)deviceDescription;
-- (NSImageRep*)bestRepresentationForRect:(NSRect)rect
-                                 context:(NSGraphicsContext*)referenceContext
-                                   hints:(NSDictionary*)hints;
-
 - (void)setBackgroundColor:(NSColor*)color; ///< drawn behind the picture; nil or clear: nothing
 - (NSColor*)backgroundColor;                ///< clear until set
 - (NSString*)accessibilityDescription;
@@ -97,13 +73,49 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
 - (void)recache;
 - (void)cancelIncrementalLoad;
 
-/// Between lock and unlock the current context draws into the image. Afterwards its only
-/// representation is a bitmap of 8-bit premultiplied RGBA, one pixel a point, of what it showed
-/// with the drawing on top. Raises NSImageCacheException for an image without size or one too large
-/// for memory.
-- (void)lockFocus;
-- (void)lockFocusFlipped:(BOOL)flipped;
-- (void)unlockFocus;
+@end
+
+@interface NSImage (NSImageLoading)
+
+/// Nil for data that is no whole image. An EXIF orientation is applied: the picture stands upright.
+- (id)initWithData:(NSData*)data;
+- (id)initWithDataIgnoringOrientation:(NSData*)data;
+- (id)initWithContentsOfFile:(NSString*)fileName;
+- (id)initWithContentsOfURL:(NSURL*)url;
+/// Reads the file when the image is first asked about; `isValid` then tells whether it could.
+- (id)initByReferencingFile:(NSString*)fileName;
+- (id)initByReferencingURL:(NSURL*)url;
+- (id)initWithPasteboard:(NSPasteboard*)pasteboard;
+- (id)initWithIconRef:(IconRef)iconRef;
+/// A size of zero is the image's own in pixels.
+- (id)initWithCGImage:(CGImageRef)cgImage size:(NSSize)size;
+
+/// One page for each bitmap; other representations are drawn first. Nil without representations.
+- (NSData*)TIFFRepresentation;
+- (NSData*)TIFFRepresentationUsingCompression:(NSTIFFCompression)comp factor:(float)factor;
+
++ (BOOL)canInitWithPasteboard:(NSPasteboard*)pasteboard;
+/// As NSImageRep's.
++ (NSArray*)imageUnfilteredFileTypes;
++ (NSArray*)imageUnfilteredPasteboardTypes;
++ (NSArray*)imageUnfilteredTypes;
++ (NSArray*)imageFileTypes;
++ (NSArray*)imagePasteboardTypes;
++ (NSArray*)imageTypes;
+
+@end
+
+@interface NSImage (NSImageNames)
+
+/// The image that bears the name now; nil when none does or for nil. Not retained by its name.
++ (id)imageNamed:(NSString*)name;
+/// NO when another image bears the name. Nil takes the receiver's name away.
+- (BOOL)setName:(NSString*)string;
+- (NSString*)name;
+
+@end
+
+@interface NSImage (NSImageDrawing)
 
 /// `fromRect` is in the image's own points from its bottom left; NSZeroRect is all of it. `delta`
 /// is the opacity, 0 to 1. Without a current context nothing is drawn.
@@ -138,22 +150,26 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
 - (void)dissolveToPoint:(NSPoint)point fraction:(CGFloat)delta;
 - (void)dissolveToPoint:(NSPoint)point fromRect:(NSRect)rect fraction:(CGFloat)delta;
 
-/// One page for each bitmap; other representations are drawn first. Nil without representations.
-- (NSData*)TIFFRepresentation;
-- (NSData*)TIFFRepresentationUsingCompression:(NSTIFFCompression)comp factor:(float)factor;
+- (NSImageRep*)bestRepresentationForDevice:(NSDictionary*)deviceDescription;
+- (NSImageRep*)bestRepresentationForRect:(NSRect)rect
+                                 context:(NSGraphicsContext*)referenceContext
+                                   hints:(NSDictionary*)hints;
 
 /// Of the representation that fits best; autoreleased.
 - (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect
                              context:(NSGraphicsContext*)referenceContext
                                hints:(NSDictionary*)hints;
 
-+ (BOOL)canInitWithPasteboard:(NSPasteboard*)pasteboard;
-/// As NSImageRep's.
-+ (NSArray*)imageUnfilteredFileTypes;
-+ (NSArray*)imageUnfilteredPasteboardTypes;
-+ (NSArray*)imageUnfilteredTypes;
-+ (NSArray*)imageFileTypes;
-+ (NSArray*)imagePasteboardTypes;
-+ (NSArray*)imageTypes;
+@end
+
+@interface NSImage (NSImageFocus)
+
+/// Between lock and unlock the current context draws into the image. Afterwards its only
+/// representation is a bitmap of 8-bit premultiplied RGBA, one pixel a point, of what it showed
+/// with the drawing on top. Raises NSImageCacheException for an image without size or one too large
+/// for memory.
+- (void)lockFocus;
+- (void)lockFocusFlipped:(BOOL)flipped;
+- (void)unlockFocus;
 
 @end

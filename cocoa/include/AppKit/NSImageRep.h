@@ -52,6 +52,15 @@ APPKIT_EXTERN NSString* const NSImageRepRegistryDidChangeNotification;
 - (void)setPixelsHigh:(NSInteger)pixels;
 - (NSInteger)pixelsHigh;
 
+/// The picture as it would be drawn into `*proposedDestRect` (null: at its own size); autoreleased.
+- (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect
+                             context:(NSGraphicsContext*)context
+                               hints:(NSDictionary*)hints;
+
+@end
+
+@interface NSImageRep (NSImageRepRegistry)
+
 /// The registry of classes that read images, asked in order of registration.
 + (void)registerImageRepClass:(Class)imageRepClass;
 + (void)unregisterImageRepClass:(Class)imageRepClass;
@@ -73,6 +82,10 @@ APPKIT_EXTERN NSString* const NSImageRepRegistryDidChangeNotification;
 + (NSArray*)imagePasteboardTypes;
 + (NSArray*)imageTypes;
 
+@end
+
+@interface NSImageRep (NSImageRepLoading)
+
 /// All the representations in a file, some data or the pasteboard; nil when there are none.
 + (NSArray*)imageRepsWithContentsOfFile:(NSString*)filename;
 + (NSArray*)imageRepsWithContentsOfURL:(NSURL*)url;
@@ -81,10 +94,5 @@ APPKIT_EXTERN NSString* const NSImageRepRegistryDidChangeNotification;
 + (id)imageRepWithContentsOfFile:(NSString*)filename;
 + (id)imageRepWithContentsOfURL:(NSURL*)url;
 + (id)imageRepWithPasteboard:(NSPasteboard*)pasteboard;
-
-/// The picture as it would be drawn into `*proposedDestRect` (null: at its own size); autoreleased.
-- (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect
-                             context:(NSGraphicsContext*)context
-                               hints:(NSDictionary*)hints;
 
 @end

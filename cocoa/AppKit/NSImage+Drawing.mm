@@ -1,0 +1,231 @@
+/// Drawing images.
+
+#import <AppKit/NSBitmapImageRep.h>
+#import <AppKit/NSGraphicsContext.h>
+#import <AppKit/NSImage.h>
+
+#include "cocoa/AppKit/bitmap_state.h"
+#include "cocoa/AppKit/graphics.h"
+#include "cocoa/AppKit/image_state.h"
+
+#include <cmath>
+
+using namespace cocoa::appkit;
+
+namespace {
+
+bool hasArea(NSSize size) { return size.width > 0 && size.height > 0; }
+
+/// A rectangle of an image's points in fractions of its sides.
+CGRect unitRect(NSRect rect, NSSize size) {
+    if (NSEqualRects(rect, NSZeroRect)) return CGRectMake(0, 0, 1, 1);
+    return CGRectMake(rect.origin.x / size.width, rect.origin.y / size.height,
+                      rect.size.width / size.width, rect.size.height / size.height);
+}
+
+/// The pixels that a rectangle of a context covers; as many as points without a context.
+CGSize pixelSize(NSRect rect, NSGraphicsContext* context) {
+    const CGSize size = CGSizeMake(rect.size.width, rect.size.height);
+    if (!context) return size;
+    const CGSize pixels =
+        CGContextConvertSizeToDeviceSpace(static_cast<CGContextRef>([context graphicsPort]), size);
+    return CGSizeMake(std::abs(pixels.width), std::abs(pixels.height));
+}
+
+/// Whether a representation has as many pixels as asked for. One that is not made of pixels has.
+bool suffices(NSImageRep* rep, CGSize pixels) {
+    const auto enough = [](NSInteger own, CGFloat wanted) {
+        return own == NSImageRepMatchesDevice || static_cast<CGFloat>(own) >= std::floor(wanted);
+    };
+    return enough([rep pixelsWide], pixels.width) && enough([rep pixelsHigh], pixels.height);
+}
+
+double area(NSImageRep* rep) {
+    return static_cast<double>([rep pixelsWide]) * static_cast<double>([rep pixelsHigh]);
+}
+
+/// The smallest that suffices, else the largest; the first among equals.
+NSImageRep* bestFor(NSArray* representations, CGSize pixels) {
+    NSImageRep* best = nil;
+    for (NSUInteger index = 0; index < [representations count]; ++index) {
+        NSImageRep* rep = [representations objectAtIndex:index];
+        const bool enough = suffices(rep, pixels);
+        const bool bestEnough = best && suffices(best, pixels);
+        const bool better = enough != bestEnough ? enough
+                            : enough             ? area(rep) < area(best)
+                                                 : area(rep) > area(best);
+        if (!best || better) best = rep;
+    }
+    return best;
+}
+
+/// A picture over an opaque or half-opaque colour; null when there is not enough memory.
+OwnedRef<CGImageRef> overColor(CGImageRef image, NSColor* color) {
+    const auto width = static_cast<NSInteger>(CGImageGetWidth(image));
+    const auto height = static_cast<NSInteger>(CGImageGetHeight(image));
+    auto bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
+        initWithBitmapDataPlanes:nullptr
+                      pixelsWide:width
+                      pixelsHigh:height
+                   bitsPerSample:8
+                 samplesPerPixel:4
+                        hasAlpha:YES
+                        isPlanar:NO
+                  colorSpaceName:NSCalibratedRGBColorSpace
+                     bytesPerRow:0
+                    bitsPerPixel:0]);
+    const auto port = OwnedRef<CGContextRef>::adopt([bitmap.get() newDrawingPort]);
+    const auto fill = OwnedRef<CGColorRef>::adopt(
+        [[color colorUsingColorSpaceName:NSCalibratedRGBColorSpace] newCGColor]);
+    if (!port || !fill) return {};
+    const CGRect all = CGRectMake(0, 0, static_cast<CGFloat>(width), static_cast<CGFloat>(height));
+    CGContextSetFillColorWithColor(port.get(), fill.get());
+    CGContextFillRect(port.get(), all);
+    CGContextDrawImage(port.get(), all, image);
+    return OwnedRef<CGImageRef>::adopt(CGBitmapContextCreateImage(port.get()));
+}
+
+} // namespace
+
+@implementation NSImage (NSImageDrawing)
+
+- (NSImageRep*)bestRepresentationForRect:(NSRect)rect
+                                 context:(NSGraphicsContext*)referenceContext
+                                   hints:(NSDictionary*)hints {
+    return bestFor([self loadedRepresentations], pixelSize(rect, referenceContext));
+}
+
+- (NSImageRep*)bestRepresentationForDevice:(NSDictionary*)deviceDescription {
+    const NSSize size = [self size];
+    return [self bestRepresentationForRect:NSMakeRect(0, 0, size.width, size.height)
+                                   context:nil
+                                     hints:nil];
+}
+
+- (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect
+                             context:(NSGraphicsContext*)referenceContext
+                               hints:(NSDictionary*)hints {
+    const NSSize size = [self size];
+    NSRect rect = NSMakeRect(0, 0, size.width, size.height);
+    if (proposedDestRect) rect = *proposedDestRect;
+    NSImageRep* rep = [self bestRepresentationForRect:rect context:referenceContext hints:hints];
+    return [rep CGImageForProposedRect:proposedDestRect context:referenceContext hints:hints];
+}
+
+- (void)drawInRect:(NSRect)dstSpacePortionRect
+          fromRect:(NSRect)srcSpacePortionRect
+         operation:(NSCompositingOperation)op
+          fraction:(CGFloat)requestedAlpha
+    respectFlipped:(BOOL)respectContextIsFlipped
+             hints:(NSDictionary*)hints {
+    NSGraphicsContext* context = [NSGraphicsContext currentContext];
+    const NSSize size = [self size];
+    if (!context || !hasArea(size)) return;
+    // The best representation is that for the whole image, of which a part is drawn.
+    const CGRect unit = unitRect(srcSpacePortionRect, size);
+    if (CGRectIsEmpty(unit)) return;
+    const NSRect whole = NSMakeRect(0, 0, dstSpacePortionRect.size.width / unit.size.width,
+                                    dstSpacePortionRect.size.height / unit.size.height);
+    NSImageRep* rep = [self bestRepresentationForRect:whole context:context hints:hints];
+    NSColor* background = [self state]->backgroundColor;
+    if (!background || [background alphaComponent] == 0) {
+        [rep drawPart:unit
+                    inRect:dstSpacePortionRect
+                 operation:op
+                  fraction:requestedAlpha
+            respectFlipped:respectContextIsFlipped
+                     hints:hints];
+        return;
+    }
+    const auto image = OwnedRef<CGImageRef>::adopt([rep newTransientImage]);
+    if (!image) return;
+    drawImage(context, overColor(image.get(), background).get(), unit, toCG(dstSpacePortionRect),
+              {.operation = op,
+               .fraction = requestedAlpha,
+               .respectFlipped = static_cast<bool>(respectContextIsFlipped),
+               .hints = hints});
+}
+
+- (void)drawInRect:(NSRect)rect
+          fromRect:(NSRect)fromRect
+         operation:(NSCompositingOperation)op
+          fraction:(CGFloat)delta {
+    [self drawInRect:rect
+              fromRect:fromRect
+             operation:op
+              fraction:delta
+        respectFlipped:NO
+                 hints:nil];
+}
+
+- (void)drawInRect:(NSRect)rect {
+    [self drawInRect:rect
+              fromRect:NSZeroRect
+             operation:NSCompositeSourceOver
+              fraction:1
+        respectFlipped:YES
+                 hints:nil];
+}
+
+- (void)drawAtPoint:(NSPoint)point
+           fromRect:(NSRect)fromRect
+          operation:(NSCompositingOperation)op
+           fraction:(CGFloat)delta {
+    const NSSize size = NSEqualRects(fromRect, NSZeroRect) ? [self size] : fromRect.size;
+    [self drawInRect:NSMakeRect(point.x, point.y, size.width, size.height)
+            fromRect:fromRect
+           operation:op
+            fraction:delta];
+}
+
+- (BOOL)drawRepresentation:(NSImageRep*)imageRep inRect:(NSRect)rect {
+    NSColor* background = [self state]->backgroundColor;
+    CGContextRef port = currentPort();
+    if (!port) return NO;
+    if (background && [background alphaComponent] > 0) {
+        SavedState saved(port);
+        [background setFill];
+        NSRectFill(rect);
+    }
+    return [imageRep drawInRect:rect];
+}
+
+- (void)compositeToPoint:(NSPoint)point
+                fromRect:(NSRect)rect
+               operation:(NSCompositingOperation)op
+                fraction:(CGFloat)delta {
+    const NSSize size = NSEqualRects(rect, NSZeroRect) ? [self size] : rect.size;
+    NSRect destination = NSMakeRect(point.x, point.y, size.width, size.height);
+    // In a flipped context the picture stands above the point, which is towards smaller y.
+    if ([[NSGraphicsContext currentContext] isFlipped]) destination.origin.y -= size.height;
+    [self drawInRect:destination
+              fromRect:rect
+             operation:op
+              fraction:delta
+        respectFlipped:YES
+                 hints:nil];
+}
+
+- (void)compositeToPoint:(NSPoint)point fromRect:(NSRect)rect operation:(NSCompositingOperation)op {
+    [self compositeToPoint:point fromRect:rect operation:op fraction:1];
+}
+
+- (void)compositeToPoint:(NSPoint)point operation:(NSCompositingOperation)op {
+    [self compositeToPoint:point fromRect:NSZeroRect operation:op fraction:1];
+}
+
+- (void)compositeToPoint:(NSPoint)point
+               operation:(NSCompositingOperation)op
+                fraction:(CGFloat)delta {
+    [self compositeToPoint:point fromRect:NSZeroRect operation:op fraction:delta];
+}
+
+- (void)dissolveToPoint:(NSPoint)point fraction:(CGFloat)delta {
+    [self compositeToPoint:point operation:NSCompositeSourceOver fraction:delta];
+}
+
+- (void)dissolveToPoint:(NSPoint)point fromRect:(NSRect)rect fraction:(CGFloat)delta {
+    [self compositeToPoint:point fromRect:rect operation:NSCompositeSourceOver fraction:delta];
+}
+
+@end

@@ -1,0 +1,108 @@
+/// Drawing into images.
+
+#import <AppKit/NSBitmapImageRep.h>
+#import <AppKit/NSGraphicsContext.h>
+#import <AppKit/NSImage.h>
+
+#include "cocoa/AppKit/bitmap_state.h"
+#include "cocoa/AppKit/graphics.h"
+#include "cocoa/AppKit/image_state.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+using namespace cocoa::appkit;
+
+namespace {
+
+struct Focus {
+    Owned<NSImage*> image;
+    Owned<NSBitmapImageRep*> bitmap;
+};
+
+/// The images that the thread has locked, the innermost last.
+thread_local std::vector<Focus> focused;
+
+/// A pixel a point, and one more for a part of a point that is more than the noise of floats.
+NSInteger pixelsFor(CGFloat points) {
+    constexpr CGFloat noise = CGFloat(1e-3);
+    constexpr CGFloat most = 1 << 30;
+    if (!(points > 0)) return 0;
+    return std::max<NSInteger>(1,
+                               static_cast<NSInteger>(std::ceil(std::min(points, most) - noise)));
+}
+
+void raiseCacheException(NSImage* image, NSString* why) {
+    [NSException raise:NSImageCacheException
+                format:@"Cannot lock focus on image %@, because %@.", image, why];
+}
+
+Owned<NSBitmapImageRep*> makeBitmap(NSSize size) {
+    const NSInteger width = pixelsFor(size.width);
+    const NSInteger height = pixelsFor(size.height);
+    if (static_cast<std::uint64_t>(width) >
+        cocoa::codecs::maximumPixels / static_cast<std::uint64_t>(height))
+        return {};
+    auto bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
+        initWithBitmapDataPlanes:nullptr
+                      pixelsWide:width
+                      pixelsHigh:height
+                   bitsPerSample:8
+                 samplesPerPixel:4
+                        hasAlpha:YES
+                        isPlanar:NO
+                  colorSpaceName:NSCalibratedRGBColorSpace
+                     bytesPerRow:0
+                    bitsPerPixel:0]);
+    [bitmap.get() setSize:size];
+    return bitmap;
+}
+
+} // namespace
+
+@implementation NSImage (NSImageFocus)
+
+- (void)lockFocus {
+    [self lockFocusFlipped:[self isFlipped]];
+}
+
+- (void)lockFocusFlipped:(BOOL)flipped {
+    const NSSize size = [self size];
+    if (!(size.width > 0) || !(size.height > 0)) raiseCacheException(self, @"it is size zero");
+    Focus focus{self, makeBitmap(size)};
+    NSGraphicsContext* upright = [NSGraphicsContext contextWithBitmap:focus.bitmap
+                                                                 size:size
+                                                              flipped:NO];
+    if (!upright) raiseCacheException(self, @"there is not enough memory");
+
+    [NSGraphicsContext saveGraphicsState];
+    if ([self isValid]) {
+        [NSGraphicsContext setCurrentContext:upright];
+        [self drawInRect:NSMakeRect(0, 0, size.width, size.height)
+                fromRect:NSZeroRect
+               operation:NSCompositeCopy
+                fraction:1];
+    }
+    [NSGraphicsContext setCurrentContext:[NSGraphicsContext contextWithBitmap:focus.bitmap
+                                                                         size:size
+                                                                      flipped:flipped]];
+    focused.push_back(std::move(focus));
+}
+
+- (void)unlockFocus {
+    if (focused.empty() || focused.back().image.get() != self)
+        [NSException
+             raise:NSInternalInconsistencyException
+            format:@"unlockFocus was sent to %@, which is not the image that has the focus", self];
+    const Focus focus = std::move(focused.back());
+    focused.pop_back();
+    [NSGraphicsContext restoreGraphicsState];
+    NSImageState* state = [self state];
+    state->size = [self size];
+    state->sizeIsSet = true;
+    [state->representations removeAllObjects];
+    [state->representations addObject:focus.bitmap];
+}
+
+@end
