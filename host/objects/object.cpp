@@ -28,7 +28,8 @@ ObjectRef ObjectRef::retain(REALobjectStruct* object) {
 }
 
 const Class* classOf(const REALobjectStruct* object) {
-    return object ? controlOf(object)->type : nullptr;
+    const Control* const control = object ? controlOf(object) : nullptr;
+    return control ? control->type : nullptr;
 }
 
 bool isA(const REALobjectStruct* object, const Class* wanted) {
@@ -37,7 +38,8 @@ bool isA(const REALobjectStruct* object, const Class* wanted) {
 }
 
 State* stateOf(const REALobjectStruct* object) {
-    return object ? controlOf(object)->state.get() : nullptr;
+    const Control* const control = object ? controlOf(object) : nullptr;
+    return control ? control->state.get() : nullptr;
 }
 
 } // namespace host

@@ -48,7 +48,7 @@ private:
     REALobjectStruct* object_ = nullptr;
 };
 
-/// These take a live object; the class and the state of Nil are null.
+/// Null for Nil and for objects that are dead, which an over-released reference may hold.
 const Class* classOf(const REALobjectStruct* object);
 bool isA(const REALobjectStruct* object, const Class* wanted);
 State* stateOf(const REALobjectStruct* object);

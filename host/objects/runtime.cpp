@@ -41,13 +41,13 @@ Runtime::Runtime(Options options)
     : options_(std::move(options))
     , pool_(std::make_unique<AutoreleasePool>()) {
     if (running) throw std::logic_error("a process has one host at a time");
-    running = this;
-    if (!options_.systemVersion.empty())
-        setenv("COCOA_SYSTEM_VERSION", options_.systemVersion.c_str(), 1);
     Services::reset();
     for (const std::string& name : options_.without)
         if (!Services::offer(name, false))
             throw std::invalid_argument("there is no service called " + name);
+    running = this;
+    if (!options_.systemVersion.empty())
+        setenv("COCOA_SYSTEM_VERSION", options_.systemVersion.c_str(), 1);
     const Registry::HostOwned own(registry_);
     defineClasses();
 }

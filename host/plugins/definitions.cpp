@@ -1,6 +1,7 @@
 #include "host/plugins/definitions.h"
 
 #include "host/plugins/calls.h"
+#include "host/services/services.h"
 
 #include <array>
 
@@ -35,17 +36,18 @@ public:
     Reader(Runtime& runtime, REALclassDefinition* definition)
         : runtime_(runtime)
         , definition_(definition)
-        , layout_(runtime.controlVersion > 9 ? newerLayout : olderLayout) {}
+        , controlVersion_(declaredVersion())
+        , layout_(controlVersion_ > oldestControlVersion ? newerLayout : olderLayout) {}
 
     void read() {
-        if (runtime_.controlVersion == 0)
+        if (controlVersion_ == 0)
             return complain("no control version was declared before the class was registered");
         const auto* const words = reinterpret_cast<const REALword*>(definition_);
-        raw_.controlVersion = runtime_.controlVersion;
+        raw_.controlVersion = controlVersion_;
         raw_.words.assign(words, words + layout_.definition);
-        if (definition_->version != runtime_.controlVersion)
+        if (definition_->version != controlVersion_)
             return complain("the version word is " + std::to_string(definition_->version) +
-                            ", but control version " + std::to_string(runtime_.controlVersion) +
+                            ", but control version " + std::to_string(controlVersion_) +
                             " was declared");
         if (!definition_->name || !isIdentifier(definition_->name))
             return complain("the class has no proper name");
@@ -64,6 +66,12 @@ public:
     }
 
 private:
+    /// Where a plug-in cannot declare a version, its records speak for themselves.
+    int declaredVersion() const {
+        const bool canDeclare = Services::isOffered(REALservices::RegisterPluginVersion.name);
+        return canDeclare ? runtime_.controlVersion : static_cast<int>(definition_->version);
+    }
+
     void complain(const std::string& what) {
         runtime_.reportMisuse((name_.empty() ? "" : "class " + name_ + ": ") + what);
     }
@@ -208,6 +216,7 @@ private:
 
     Runtime& runtime_;
     REALclassDefinition* definition_;
+    int controlVersion_;
     Layout layout_;
     std::string name_;
     RawDefinition raw_;

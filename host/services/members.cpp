@@ -45,12 +45,19 @@ const Property* propertyOf(REALobjectStruct* object, const char* name) {
     return property ? property : runtime().variantClass().findProperty(name);
 }
 
+/// Whether the services for the type reach a property of that type.
+bool reaches(const Type& wanted, const Type& property) {
+    if (wanted.isNumber()) return property.isNumber();
+    if (wanted.kind == Kind::Object) return property.isReference();
+    return wanted == property;
+}
+
 /// Reads a property of the type; nothing when there is none that is of it or converts to it.
 std::optional<Value> read(REALobjectStruct* object, const char* name, const void* destination,
                           const Type& type) {
     if (!arguments::isGiven(3, destination)) return std::nullopt;
     const Property* const property = propertyOf(object, name);
-    if (!property || (property->type.isNumber() != type.isNumber())) return std::nullopt;
+    if (!property || !reaches(type, property->type)) return std::nullopt;
     try {
         return convert(runtime().get(*property, object), type);
     } catch (const Raised& raised) {
@@ -70,7 +77,7 @@ std::uint8_t readNumber(REALobjectStruct* object, const char* name, Number* dest
 
 std::uint8_t write(REALobjectStruct* object, const char* name, const Value& value) {
     const Property* const property = propertyOf(object, name);
-    if (!property || !property->set || property->type.isNumber() != value.isNumber()) return 0;
+    if (!property || !property->set || !reaches(value.kind(), property->type)) return 0;
     try {
         runtime().set(*property, object, value);
     } catch (const Raised& raised) {

@@ -179,10 +179,7 @@ void* Services::resolve(const char* name) {
         return nullptr;
     }
     ++lookupCounts()[name];
-    const Service* const service = find(name);
-    if (!service || service->withdrawn || !exists(*service, Runtime::current().options().version))
-        return nullptr;
-    return service->address;
+    return isOffered(name) ? find(name)->address : nullptr;
 }
 
 std::vector<std::string_view> Services::offered(double version) {
@@ -204,6 +201,12 @@ int Services::lookups(std::string_view name) {
 int Services::calls(std::string_view name) {
     const Service* const service = find(name);
     return service ? service->calls : 0;
+}
+
+bool Services::isOffered(std::string_view name) {
+    const Service* const service = find(name);
+    return service && !service->withdrawn &&
+           exists(*service, Runtime::current().options().version);
 }
 
 bool Services::offer(std::string_view name, bool offered) {

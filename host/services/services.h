@@ -25,6 +25,8 @@ struct Services {
     static int lookups(std::string_view name);
     static int calls(std::string_view name);
 
+    /// Whether this host offers the service now.
+    static bool isOffered(std::string_view name);
     /// Offers a service or withdraws it, for lookups from now on. False when there is none of that
     /// name.
     static bool offer(std::string_view name, bool offered);

@@ -55,7 +55,8 @@ Host::~Host() {
     expectExamined();
     raised_ = nullptr;
     runtime_.drainPool();
-    for (const std::string& sentence : runtime_.report())
+    for (const std::string& sentence :
+         toleratesLeaks_ ? runtime_.misuse() : runtime_.report())
         ADD_FAILURE() << "the host reports: " << sentence;
 }
 
@@ -81,6 +82,12 @@ host::Value Host::guarded(const std::function<host::Value()>& work) {
         ADD_FAILURE() << error.what();
     }
     return result;
+}
+
+std::vector<std::string> Host::takeReports() {
+    std::vector<std::string> sentences = runtime_.report();
+    runtime_.forgetMisuse();
+    return sentences;
 }
 
 std::string Host::raised() {
