@@ -205,7 +205,7 @@ struct TryStatement {
     };
     Block body;
     std::vector<Catch> catches;
-    Block finally;
+    std::optional<Block> finally;
 };
 struct RaiseStatement {
     ExpressionPointer exception;

@@ -176,7 +176,7 @@ TEST(Parser, ReadsATryWithItsHandlers) {
     EXPECT_EQ(tried.catches[0].type->name, "IOException");
     EXPECT_FALSE(tried.catches[1].type.has_value());
     EXPECT_EQ(tried.catches[2].variable, "");
-    EXPECT_EQ(tried.finally.size(), 1u);
+    EXPECT_EQ(tried.finally->size(), 1u);
 }
 
 TEST(Parser, ReadsRoutinesAnywhere) {

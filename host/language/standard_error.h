@@ -1,0 +1,14 @@
+#pragma once
+
+/// `StdErr`: the object through which a program writes to standard error.
+
+#include "host/language/machine.h"
+#include "host/objects/class.h"
+
+namespace host::language {
+
+/// Defined in the running host on first use.
+const Class& standardErrorClass();
+ObjectRef newStandardError(TextSink sink);
+
+} // namespace host::language
