@@ -103,7 +103,8 @@ std::optional<std::string> findItem(const std::string& folder, std::u16string_vi
     for (const std::u16string& candidate : {onDisk, normalized(onDisk, kCFStringNormalizationFormC),
                                             normalized(onDisk, kCFStringNormalizationFormD)}) {
         const auto leaf = encoded(candidate, kCFStringEncodingUTF8);
-        if (leaf && exists(joinPath(folder, *leaf))) return joinPath(folder, *leaf);
+        if (leaf && !leaf->empty() && exists(joinPath(folder, *leaf)))
+            return joinPath(folder, *leaf);
     }
 
     const std::u16string wanted = normalized(name, kCFStringNormalizationFormD);

@@ -78,10 +78,12 @@ NSEnumerator* enumerate(CocoaCallbackDictionary* dictionary, std::vector<const v
     return [self init];
 }
 
-- (id)initWithObjects:(const id*)objects forKeys:(const id*)keys count:(NSUInteger)count {
+- (id)initWithObjects:(const id*)objects
+              forKeys:(const id<NSCopying>*)keys
+                count:(NSUInteger)count {
     self = [self init];
     for (NSUInteger index = 0; self && index < count; ++index)
-        [self setObject:objects[index] forKey:(id<NSCopying>)keys[index]];
+        [self setObject:objects[index] forKey:keys[index]];
     return self;
 }
 

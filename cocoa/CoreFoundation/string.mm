@@ -3,6 +3,7 @@
 #include "cocoa/CoreFoundation/retained.h"
 #include "cocoa/CoreFoundation/text_encoding.h"
 #include "cocoa/CoreFoundation/type_ids.h"
+#include "cocoa/CoreFoundation/unit_string.h"
 
 #include <cstdarg>
 #include <cstring>
@@ -38,11 +39,6 @@ std::u16string unitsOf(NSString* string, CFRange range) {
     return units;
 }
 
-NSString* newString(const std::u16string& units) {
-    return [[NSString alloc] initWithCharacters:reinterpret_cast<const unichar*>(units.data())
-                                         length:units.size()];
-}
-
 /// Foundation's number of an encoding that is not built in; 0 when it has none.
 NSStringEncoding foundationEncoding(CFStringEncoding encoding) {
     return static_cast<NSStringEncoding>(CFStringConvertEncodingToNSStringEncoding(encoding));
@@ -56,7 +52,7 @@ std::string encode(char32_t character, std::u16string_view units, CFStringEncodi
     }
     const NSStringEncoding known = foundationEncoding(encoding);
     if (!known) return {};
-    const auto text = Retained<NSString*>::adopt(newString(std::u16string(units)));
+    const auto text = Retained<NSString*>::adopt(cocoa::newStringOfUnits(units));
     NSData* const data = [text.get() dataUsingEncoding:known allowLossyConversion:NO];
     return {static_cast<const char*>([data bytes]), [data length]};
 }
@@ -102,7 +98,9 @@ Converted convert(const std::u16string& units, CFStringEncoding encoding, UInt8 
 NSUInteger foundationOptions(CFStringCompareFlags options) {
     constexpr CFStringCompareFlags shared = kCFCompareCaseInsensitive | kCFCompareBackwards |
                                             kCFCompareAnchored | kCFCompareNumerically;
-    return (options & shared) | NSLiteralSearch;
+    // Foundation heeds digits only where it is not literal.
+    const bool literal = !(options & kCFCompareNumerically);
+    return (options & shared) | (literal ? NSLiteralSearch : 0);
 }
 
 } // namespace
@@ -133,7 +131,7 @@ CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex 
                                                    encoding:known];
     }
     const auto units = cocoa::decodeText({bytes, size}, encoding, isExternalRepresentation);
-    return units ? (CFStringRef)newString(*units) : nullptr;
+    return units ? (CFStringRef)cocoa::newStringOfUnits(*units) : nullptr;
 }
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* text,
@@ -151,8 +149,8 @@ CFStringRef CFStringCreateWithPascalString(CFAllocatorRef allocator, ConstString
 
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* characters, CFIndex count) {
     if (count < 0 || (!characters && count)) return nullptr;
-    return (CFStringRef)[[NSString alloc] initWithCharacters:characters
-                                                      length:static_cast<NSUInteger>(count)];
+    return (CFStringRef)cocoa::newStringOfUnits(
+        {reinterpret_cast<const char16_t*>(characters), static_cast<std::size_t>(count)});
 }
 
 CFStringRef CFStringCreateCopy(CFAllocatorRef, CFStringRef string) {
@@ -161,7 +159,7 @@ CFStringRef CFStringCreateCopy(CFAllocatorRef, CFStringRef string) {
 
 CFStringRef CFStringCreateWithSubstring(CFAllocatorRef, CFStringRef string, CFRange range) {
     checkRange(stringOf(string), range);
-    return (CFStringRef)newString(unitsOf(stringOf(string), range));
+    return (CFStringRef)cocoa::newStringOfUnits(unitsOf(stringOf(string), range));
 }
 
 CFStringRef CFStringCreateWithFormat(CFAllocatorRef, CFTypeRef, CFStringRef format, ...) {
@@ -353,7 +351,13 @@ void CFStringReplaceAll(CFMutableStringRef string, CFStringRef replacement) {
 }
 
 void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form) {
-    NSMutableString* const text = mutableStringOf(string);
+    // Foundation raises where a short string grows to more than three times its length. Nothing
+    // grows to more than eighteen times, so that letters behind it, which are taken off again, keep
+    // the whole below that. A letter does not change with what stands before it.
+    const std::size_t length = [mutableStringOf(string) length];
+    const std::size_t padding = length < 1024 ? 8 * length + 8 : 0;
+    NSMutableString* const text = [[mutableStringOf(string) mutableCopy] autorelease];
+    [text appendString:[@"" stringByPaddingToLength:padding withString:@"x" startingAtIndex:0]];
     NSString* normalized = nil;
     switch (form) {
     case kCFStringNormalizationFormD:
@@ -369,5 +373,8 @@ void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form
         normalized = [text precomposedStringWithCompatibilityMapping];
         break;
     }
-    if (normalized) [text setString:normalized];
+    // A string with unpaired surrogates has no normal form, and stays.
+    if ([normalized length] > padding || (normalized && !length))
+        [mutableStringOf(string)
+            setString:[normalized substringToIndex:[normalized length] - padding]];
 }

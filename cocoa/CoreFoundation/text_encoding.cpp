@@ -153,7 +153,7 @@ EncodedCharacter encodeUTF8(char32_t character) {
         return encoded;
     }
     const int followers = character >= 0x10000 ? 3 : character >= 0x800 ? 2 : 1;
-    const char32_t lead = (0xFF << (6 - followers)) & 0xFF;
+    const char32_t lead = (0xFF << (7 - followers)) & 0xFF;
     appendUnit(encoded, lead | (character >> (6 * followers)), 1, std::endian::native);
     for (int follower = followers - 1; follower >= 0; --follower)
         appendUnit(encoded, 0x80 | ((character >> (6 * follower)) & 0x3F), 1, std::endian::native);

@@ -30,6 +30,10 @@ unsigned long long WideNumber::cutUnsigned() const {
 
 namespace {
 
+// On 64-bit systems the compiler writes a long as a long long.
+constexpr const char* codeOfLong = "l";
+constexpr const char* codeOfUnsignedLong = "L";
+
 /// Calls the work with the type code of a number, which lives for ever, and a null pointer to its C
 /// type. False when the code is not a number's.
 template <typename Work>
@@ -46,8 +50,8 @@ bool withNumberType(const char* code, Work work) {
     consider(@encode(unsigned short), static_cast<unsigned short*>(nullptr));
     consider(@encode(int), static_cast<int*>(nullptr));
     consider(@encode(unsigned int), static_cast<unsigned int*>(nullptr));
-    consider(@encode(long), static_cast<long*>(nullptr));
-    consider(@encode(unsigned long), static_cast<unsigned long*>(nullptr));
+    consider(codeOfLong, static_cast<long*>(nullptr));
+    consider(codeOfUnsignedLong, static_cast<unsigned long*>(nullptr));
     consider(@encode(long long), static_cast<long long*>(nullptr));
     consider(@encode(unsigned long long), static_cast<unsigned long long*>(nullptr));
     consider(@encode(float), static_cast<float*>(nullptr));
@@ -265,8 +269,8 @@ MAKES_NUMBERS(Short, short, @encode(short))
 MAKES_NUMBERS(UnsignedShort, unsigned short, @encode(unsigned short))
 MAKES_NUMBERS(Int, int, @encode(int))
 MAKES_NUMBERS(UnsignedInt, unsigned int, @encode(unsigned int))
-MAKES_NUMBERS(Long, long, @encode(long))
-MAKES_NUMBERS(UnsignedLong, unsigned long, @encode(unsigned long))
+MAKES_NUMBERS(Long, long, codeOfLong)
+MAKES_NUMBERS(UnsignedLong, unsigned long, codeOfUnsignedLong)
 MAKES_NUMBERS(LongLong, long long, @encode(long long))
 MAKES_NUMBERS(UnsignedLongLong, unsigned long long, @encode(unsigned long long))
 MAKES_NUMBERS(Integer, NSInteger, @encode(NSInteger))

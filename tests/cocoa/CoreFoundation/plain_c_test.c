@@ -1,0 +1,11 @@
+/* The headers serve C programs too. */
+
+#include <Carbon/Files.h>
+#include <Carbon/Gestalt.h>
+#include <Carbon/Icons.h>
+#include <Carbon/Multiprocessing.h>
+#include <CoreFoundation/CoreFoundation.h>
+
+int lengthOfAConstantInC(void);
+
+int lengthOfAConstantInC(void) { return (int)CFStringGetLength(CFSTR("four")); }
