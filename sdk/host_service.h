@@ -35,3 +35,6 @@ private:
     const char* name_;
     Function* function_ = nullptr;
 };
+
+template <typename Function>
+REALhostService(const REALservice<Function>&) -> REALhostService<Function>;

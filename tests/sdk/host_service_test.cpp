@@ -51,10 +51,10 @@ TEST(HostService, IsLookedUpOnceWhenThere) {
 
 TEST(HostService, HasANameOfItsOwnInTheList) {
     std::set<std::string> names;
-#define COUNT(identifier, name, result, parameters)                                                \
-    EXPECT_TRUE(names.insert(REALservices::identifier.name).second) << name;
-    REAL_HOST_SERVICES(COUNT)
-#undef COUNT
+#define COUNT_NAME(identifier, text, result, parameters)                                           \
+    EXPECT_TRUE(names.insert(REALservices::identifier.name).second) << text;
+    REAL_HOST_SERVICES(COUNT_NAME)
+#undef COUNT_NAME
     EXPECT_EQ(names.size(), 61U);
 }
 
