@@ -148,8 +148,8 @@ private:
         const char* const typeName = textIn(record[2]);
         if (!name || !isIdentifier(name)) return complain("a property has no proper name");
         const std::string what = std::string("property ") + name;
-        const auto declared =
-            typeName ? REALdeclarations::parse("p as " + std::string(typeName)) : std::nullopt;
+        const std::string declaration = "p as " + std::string(typeName ? typeName : "");
+        const auto declared = REALdeclarations::parse(declaration);
         if (!declared) return complain(what + " has no proper type");
         Property property;
         property.name = name;

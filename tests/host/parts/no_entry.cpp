@@ -1,0 +1,3 @@
+/// A library that is no plug-in.
+
+extern "C" __attribute__((visibility("default"))) int answer() { return 42; }
