@@ -46,6 +46,14 @@ Type commonElementType(const NodeList& elements) {
     return common.kind == Kind::Nil || common.isArray ? Type(Kind::Variant) : common;
 }
 
+/// `image.representations(0)` is an element of the array that the method without arguments gives:
+/// that method; null when the arguments are meant for the method.
+const Method* arrayGetter(std::span<const Method* const> candidates, const NodeList& arguments) {
+    if (arguments.size() != 1 || selectOverload(candidates, typeList(arguments))) return nullptr;
+    const Method* const plain = selectOverload(candidates, {});
+    return plain && plain->signature.result.isArray ? plain : nullptr;
+}
+
 } // namespace
 
 NodeList Binder::bindArguments(const Arguments* arguments) {
@@ -122,7 +130,7 @@ NodePointer Binder::bindNamedCall(const std::string& name, const Arguments& argu
         std::ranges::any_of(program_->routines, [&](const std::unique_ptr<BoundRoutine>& routine) {
             return sameName(routine->method.signature.name, name);
         });
-    if (isRoutine) return bindRoutineCall(name, bindArguments(&arguments), line);
+    if (isRoutine) return bindRoutineCall(name, arguments, line);
     if (NodePointer special = bindSpecialCall(name, arguments, line)) return special;
     if (const Overloads functions = program_->functions.find(name); !functions.empty()) {
         NodeList nodes = bindArguments(&arguments);
@@ -179,11 +187,14 @@ NodePointer Binder::bindCast(const Class& type, const Arguments& arguments, int 
     return makeCast(type, std::move(object));
 }
 
-NodePointer Binder::bindRoutineCall(const std::string& name, NodeList arguments, int line) {
+NodePointer Binder::bindRoutineCall(const std::string& name, const Arguments& arguments, int line) {
     Overloads candidates;
     for (const auto& routine : program_->routines)
         if (sameName(routine->method.signature.name, name)) candidates.push_back(&routine->method);
-    const Method& method = select(name, candidates, arguments, line);
+    NodeList nodes = bindArguments(&arguments);
+    if (arrayGetter(candidates, nodes))
+        return bindElement(bindRoutineCall(name, {}, line), arguments, line);
+    const Method& method = select(name, candidates, nodes, line);
     std::vector<bool> isReference;
     for (const host::Parameter& parameter : method.signature.parameters)
         isReference.push_back(parameter.isByRef);
@@ -191,7 +202,7 @@ NodePointer Binder::bindRoutineCall(const std::string& name, NodeList arguments,
         std::ranges::find_if(program_->routines, [&](const std::unique_ptr<BoundRoutine>& routine) {
             return &routine->method == &method;
         });
-    return makeRoutineCall((*bound)->node, fitAll(method, std::move(arguments), line),
+    return makeRoutineCall((*bound)->node, fitAll(method, std::move(nodes), line),
                            std::move(isReference));
 }
 
@@ -260,14 +271,8 @@ NodePointer Binder::bindClassMember(Owner owner, const std::string& name,
 NodePointer Binder::bindMethod(Owner owner, const std::string& name, const Overloads& candidates,
                                const Arguments* arguments, int line) {
     NodeList nodes = bindArguments(arguments);
-    const std::vector<Type> types = typeList(nodes);
-    // `image.representations(0)`: the element of the array that the method without arguments gives.
-    if (nodes.size() == 1 && !selectOverload(candidates, types)) {
-        const Method* const plain = selectOverload(candidates, {});
-        if (plain && plain->signature.result.isArray)
-            return bindElement(makeMethodCall(*plain, std::move(owner.object), {}), *arguments,
-                               line);
-    }
+    if (const Method* plain = arrayGetter(candidates, nodes))
+        return bindElement(makeMethodCall(*plain, std::move(owner.object), {}), *arguments, line);
     const std::string fullName = owner.type ? owner.type->name() + "." + name : name;
     const Method& method = select(fullName, candidates, nodes, line);
     return makeMethodCall(method, std::move(owner.object), fit(method, std::move(nodes), line));

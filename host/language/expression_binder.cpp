@@ -98,6 +98,15 @@ NodePointer Binder::bindBinary(const BinaryExpression& binary, int line) {
 
 NodePointer Binder::combine(BinaryOperator operation, NodePointer left, NodePointer right,
                             int line) const {
+    // A literal beside a UInt64 is one too, where it can be.
+    const auto adapt = [](NodePointer& node, const NodePointer& other) {
+        const Value* const value = node->constant();
+        if (value && node->type().isInteger() && other->type() == Type(Kind::UInt64) &&
+            value->toInt64() >= 0)
+            node = makeConversion(std::move(node), Kind::UInt64);
+    };
+    adapt(left, right);
+    adapt(right, left);
     NodePointer node = makeBinary(operation, left, right);
     if (!node)
         throw SourceError(line, "There is no " + left->type().name() + " " + spelling(operation) +

@@ -1,0 +1,16 @@
+Dim s As String = "Größe→😀"
+Print Len(s)
+Print LenB(s)
+Print Left(s, 3)
+Print Right(s, 2)
+Print Mid(s, 5, 2)
+Print InStr(s, "→")
+Print InStr("ÄÖÜ", "ö")
+Print Upper("äöü→é")
+Print Lower("ÄÖÜ")
+Print Replace(s, "SSE", "?")
+Print ReplaceAll("éÉ", "é", "e")
+Print Asc("€")
+Print Chr(8364)
+Print Join(Split("aé€", ""), "|")
+Print "Ä" = "ä"
