@@ -2,6 +2,7 @@
 
 #include "cocoa/Carbon/file_names.h"
 #include "cocoa/Carbon/path_table.h"
+#include "cocoa/CoreFoundation/text_encoding.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -51,9 +52,10 @@ static_assert(sizeof(ReferenceBytes) == sizeof(FSRef));
 /// A name that fits an FSSpec and ends with the item's ID, before the extension.
 std::string shortenedName(std::u16string_view name, std::uint32_t nodeID) {
     std::string readable;
-    for (const char16_t unit : name) {
-        const auto byte = macRomanName({&unit, 1});
-        readable += byte ? *byte : "_";
+    while (!name.empty()) {
+        const ReadCharacter read = readCharacter(name);
+        readable += macRomanName(name.substr(0, read.units)).value_or("_");
+        name.remove_prefix(read.units);
     }
     char mark[16];
     std::snprintf(mark, sizeof mark, "#%X", nodeID);

@@ -351,6 +351,9 @@ void CFStringReplaceAll(CFMutableStringRef string, CFStringRef replacement) {
 }
 
 void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form) {
+    // Text with unpaired surrogates has no normal form, and stays.
+    const CFRange whole = CFRangeMake(0, CFStringGetLength(string));
+    if (cocoa::hasUnpairedSurrogate(unitsOf(mutableStringOf(string), whole))) return;
     // Foundation raises where a short string grows to more than three times its length. Nothing
     // grows to more than eighteen times, so that letters behind it, which are taken off again, keep
     // the whole below that. A letter does not change with what stands before it.
@@ -373,8 +376,7 @@ void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form
         normalized = [text precomposedStringWithCompatibilityMapping];
         break;
     }
-    // A string with unpaired surrogates has no normal form, and stays.
-    if ([normalized length] > padding || (normalized && !length))
+    if (normalized)
         [mutableStringOf(string)
             setString:[normalized substringToIndex:[normalized length] - padding]];
 }

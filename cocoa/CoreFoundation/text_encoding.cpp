@@ -236,4 +236,13 @@ ReadCharacter readCharacter(std::u16string_view text) {
     return {first, 1};
 }
 
+bool hasUnpairedSurrogate(std::u16string_view text) {
+    while (!text.empty()) {
+        const ReadCharacter read = readCharacter(text);
+        if (isSurrogate(read.character)) return true;
+        text.remove_prefix(read.units);
+    }
+    return false;
+}
+
 } // namespace cocoa

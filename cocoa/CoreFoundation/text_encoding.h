@@ -39,4 +39,6 @@ struct ReadCharacter {
 /// An unpaired surrogate is read as itself, which no encoding but UTF-16 has. `text` is not empty.
 ReadCharacter readCharacter(std::u16string_view text);
 
+bool hasUnpairedSurrogate(std::u16string_view text);
+
 } // namespace cocoa

@@ -51,22 +51,9 @@
 @end
 
 namespace cocoa {
-namespace {
-
-bool isPlain(std::u16string_view units) {
-    if (!units.empty() && (units[0] == 0xFEFF || units[0] == 0xFFFE)) return false;
-    while (!units.empty()) {
-        const ReadCharacter read = readCharacter(units);
-        if (read.character >= 0xD800 && read.character <= 0xDFFF) return false;
-        units.remove_prefix(read.units);
-    }
-    return true;
-}
-
-} // namespace
-
 NSString* newStringOfUnits(std::u16string_view units) {
-    if (!isPlain(units)) return [[CocoaUnitString alloc] initWithUnits:units];
+    const bool marked = !units.empty() && (units[0] == 0xFEFF || units[0] == 0xFFFE);
+    if (marked || hasUnpairedSurrogate(units)) return [[CocoaUnitString alloc] initWithUnits:units];
     return [[NSString alloc] initWithCharacters:reinterpret_cast<const unichar*>(units.data())
                                          length:units.size()];
 }

@@ -6,7 +6,8 @@
 
 CF_EXTERN_C_BEGIN
 
-typedef enum {
+typedef CFIndex CFNumberType;
+enum {
     kCFNumberSInt8Type = 1,
     kCFNumberSInt16Type = 2,
     kCFNumberSInt32Type = 3,
@@ -23,7 +24,7 @@ typedef enum {
     kCFNumberCFIndexType = 14,
     kCFNumberNSIntegerType = 15,
     kCFNumberCGFloatType = 16
-} CFNumberType;
+};
 
 #define kCFBooleanTrue (CFBooleanGetTrue())
 #define kCFBooleanFalse (CFBooleanGetFalse())

@@ -40,12 +40,13 @@ enum {
     kCFStringEncodingNonLossyASCII = 0x0BFF
 };
 
-typedef enum {
+typedef CFIndex CFStringNormalizationForm;
+enum {
     kCFStringNormalizationFormD = 0,
     kCFStringNormalizationFormKD,
     kCFStringNormalizationFormC,
     kCFStringNormalizationFormKC
-} CFStringNormalizationForm;
+};
 
 enum {
     kCFCompareCaseInsensitive = 1,

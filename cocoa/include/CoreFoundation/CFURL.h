@@ -12,11 +12,8 @@ struct FSRef;
 
 CF_EXTERN_C_BEGIN
 
-typedef enum {
-    kCFURLPOSIXPathStyle = 0,
-    kCFURLHFSPathStyle = 1,
-    kCFURLWindowsPathStyle = 2
-} CFURLPathStyle;
+typedef CFIndex CFURLPathStyle;
+enum { kCFURLPOSIXPathStyle = 0, kCFURLHFSPathStyle = 1, kCFURLWindowsPathStyle = 2 };
 
 CF_EXPORT CFTypeID CFURLGetTypeID(void);
 

@@ -54,7 +54,7 @@ TEST_F(CFNumberTest, SaysWhenAConversionLosesSomething) {
 
 TEST_F(CFNumberTest, IsNullForAnUnknownTypeOrNoValue) {
     const int value = 1;
-    EXPECT_EQ(CFNumberCreate(nullptr, static_cast<CFNumberType>(99), &value), nullptr);
+    EXPECT_EQ(CFNumberCreate(nullptr, 99, &value), nullptr);
     EXPECT_EQ(CFNumberCreate(nullptr, kCFNumberIntType, nullptr), nullptr);
 }
 

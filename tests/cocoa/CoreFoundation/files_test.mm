@@ -297,7 +297,7 @@ TEST_F(FileReferences, HaveReadableFSSpecs) {
 
 TEST_F(FileReferences, OfTheRootFolderHaveAnFSSpec) {
     const FSSpec root = spec(reference("/"));
-    EXPECT_EQ(root.parID, fsRtParID);
+    EXPECT_EQ(SInt32{root.parID}, fsRtParID);
     FSRef back;
     ASSERT_EQ(FSpMakeFSRef(&root, &back), noErr);
     EXPECT_EQ(path(back), "/");

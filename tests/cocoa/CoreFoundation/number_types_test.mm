@@ -43,7 +43,7 @@ TEST_F(NumberTypes, AreKeptByCopies) {
 }
 
 TEST_F(NumberTypes, HaveOneTrueAndOneFalse) {
-    EXPECT_EQ([NSNumber numberWithBool:YES], [NSNumber numberWithBool:42]);
+    EXPECT_EQ([NSNumber numberWithBool:YES], [NSNumber numberWithBool:1]);
     EXPECT_NE([NSNumber numberWithBool:YES], [NSNumber numberWithBool:NO]);
     EXPECT_EQ((CFBooleanRef)[NSNumber numberWithBool:YES], kCFBooleanTrue);
     EXPECT_EQ((CFBooleanRef)[NSNumber numberWithBool:NO], kCFBooleanFalse);
