@@ -55,8 +55,7 @@ Host::~Host() {
     expectExamined();
     raised_ = nullptr;
     runtime_.drainPool();
-    for (const std::string& sentence :
-         toleratesLeaks_ ? runtime_.misuse() : runtime_.report())
+    for (const std::string& sentence : toleratesLeaks_ ? runtime_.misuse() : runtime_.report())
         ADD_FAILURE() << "the host reports: " << sentence;
 }
 

@@ -154,9 +154,9 @@ public:
     // Programs
 
     struct Outcome {
-        int status = 0;
-        std::string output;
-        std::string error;
+        int status = 0;     ///< as rbhost's exit status
+        std::string output; ///< what it printed
+        std::string error;  ///< what it wrote to StdErr, and "program.bas:LINE: Class: message\n"
     };
     /// Runs a program of the host's language in this host.
     Outcome run(std::string_view source, std::vector<std::string> arguments = {});
