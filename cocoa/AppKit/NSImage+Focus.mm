@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 using namespace cocoa::appkit;
@@ -25,12 +26,12 @@ struct Focus {
 thread_local std::vector<Focus> focused;
 
 /// A pixel a point, and one more for a part of a point that is more than the noise of floats.
-NSInteger pixelsFor(CGFloat points) {
+/// Nothing for a side that no bitmap has.
+std::optional<NSInteger> pixelsFor(CGFloat points) {
     constexpr CGFloat noise = CGFloat(1e-3);
     constexpr CGFloat most = 1 << 30;
-    if (!(points > 0)) return 0;
-    return std::max<NSInteger>(1,
-                               static_cast<NSInteger>(std::ceil(std::min(points, most) - noise)));
+    if (!(points > 0 && points <= most)) return std::nullopt;
+    return std::max<NSInteger>(1, static_cast<NSInteger>(std::ceil(points - noise)));
 }
 
 void raiseCacheException(NSImage* image, NSString* why) {
@@ -39,15 +40,16 @@ void raiseCacheException(NSImage* image, NSString* why) {
 }
 
 Owned<NSBitmapImageRep*> makeBitmap(NSSize size) {
-    const NSInteger width = pixelsFor(size.width);
-    const NSInteger height = pixelsFor(size.height);
-    if (static_cast<std::uint64_t>(width) >
-        cocoa::codecs::maximumPixels / static_cast<std::uint64_t>(height))
+    const auto width = pixelsFor(size.width);
+    const auto height = pixelsFor(size.height);
+    if (!width || !height) return {};
+    if (static_cast<double>(*width) * static_cast<double>(*height) >
+        static_cast<double>(cocoa::codecs::maximumPixels))
         return {};
     auto bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
         initWithBitmapDataPlanes:nullptr
-                      pixelsWide:width
-                      pixelsHigh:height
+                      pixelsWide:*width
+                      pixelsHigh:*height
                    bitsPerSample:8
                  samplesPerPixel:4
                         hasAlpha:YES
