@@ -1,0 +1,20 @@
+#pragma once
+
+/// The classes that this part registers.
+
+#include "sdk/records.h"
+
+namespace base_part {
+
+// Values, kept in the instance data itself for other parts to read and write.
+extern REALclassDefinition sizeClass;  ///< NSSizeZNT: width, height, as 32-bit floats
+extern REALclassDefinition pointClass; ///< NSPointZNT: x, y, as 32-bit floats
+extern REALclassDefinition rectClass;  ///< NSRectZNT: x, y, width, height, as 32-bit floats
+extern REALclassDefinition rangeClass; ///< NSRangeZNT: location, length, as unsigned 32 bits
+
+// Wrappers: the first word of the instance data holds the retained object.
+extern REALclassDefinition colorSpaceClass; ///< NSColorSpaceZNT
+extern REALclassDefinition colorClass;      ///< NSColorZNT
+extern REALclassDefinition imageClass;      ///< CGImageZNT
+
+} // namespace base_part

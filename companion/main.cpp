@@ -1,0 +1,14 @@
+#include "companion/classes.h"
+#include "sdk/registration.h"
+
+#include <initializer_list>
+
+/// The host calls this once, before anything else; `resolver` maps the name of a host service to
+/// its address, or to null.
+extern "C" __attribute__((visibility("default"))) void REALPluginMain(REALresolver resolver) {
+    REALregistration::take_up_host(resolver);
+    using namespace base_part;
+    for (REALclassDefinition* definition : {&sizeClass, &pointClass, &rectClass, &rangeClass,
+                                            &colorSpaceClass, &colorClass, &imageClass})
+        MyREALRegisterClass(*definition);
+}
