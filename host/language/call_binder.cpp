@@ -13,7 +13,7 @@ std::string typesOf(const NodeList& arguments) {
     std::string text;
     for (const NodePointer& argument : arguments)
         text += (text.empty() ? "" : ", ") + argument->type().name();
-    return text.empty() ? "no arguments" : "(" + text + ")";
+    return "(" + text + ")";
 }
 
 std::vector<Type> typeList(const NodeList& arguments) {
@@ -77,6 +77,7 @@ const Method& Binder::select(const std::string& name, const Overloads& candidate
     if (ambiguous)
         throw SourceError(line,
                           "More than one " + name + " takes " + typesOf(arguments) + ": " + known);
+    if (arguments.empty()) throw SourceError(line, name + " needs arguments: " + known);
     throw SourceError(line, name + " does not take " + typesOf(arguments) + ", but: " + known);
 }
 

@@ -42,7 +42,8 @@ std::string describe(const Constant& constant) {
 
 std::string describe(const Class& type) {
     std::string text = "Class " + type.name();
-    if (type.superclass()) text += " Inherits " + type.superclass()->name();
+    const bool isRoot = !type.superclass() || !type.superclass()->superclass();
+    if (!isRoot) text += " Inherits " + type.superclass()->name();
     text += notes({consoleNote(type.flags)}) + "\n";
     for (const Property& property : type.properties)
         text += describe("Property ", property);
