@@ -79,13 +79,16 @@ Owned<NSBitmapImageRep*> makeBitmap(NSSize size) {
     if (!upright) raiseCacheException(self, @"there is not enough memory");
 
     [NSGraphicsContext saveGraphicsState];
-    if ([self isValid]) {
-        [NSGraphicsContext setCurrentContext:upright];
-        [self drawInRect:NSMakeRect(0, 0, size.width, size.height)
-                fromRect:NSZeroRect
-               operation:NSCompositeCopy
-                fraction:1];
-    }
+    const NSRect whole = NSMakeRect(0, 0, size.width, size.height);
+    // Without the background colour, which every drawing of the image lays behind it anew.
+    [NSGraphicsContext setCurrentContext:upright];
+    [[self bestRepresentationForRect:whole context:upright hints:nil]
+              drawPart:CGRectMake(0, 0, 1, 1)
+                inRect:whole
+             operation:NSCompositeCopy
+              fraction:1
+        respectFlipped:NO
+                 hints:nil];
     [NSGraphicsContext setCurrentContext:[NSGraphicsContext contextWithBitmap:focus.bitmap
                                                                          size:size
                                                                       flipped:flipped]];

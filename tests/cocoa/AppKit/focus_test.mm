@@ -88,6 +88,14 @@ TEST_F(Focus, AddsToWhatAnEarlierFocusDrew) {
     EXPECT_THAT(pixelsOf(bitmapOf(image)), ElementsAre(red, green));
 }
 
+TEST_F(Focus, DoesNotBakeTheBackgroundColourIn) {
+    NSImage* image = makeImage(makeRGBA(1, 1, {nothing}));
+    [image setBackgroundColor:[NSColor redColor]];
+    [image lockFocus];
+    [image unlockFocus];
+    EXPECT_EQ(nothing, pixelAt(bitmapOf(image), 0, 0));
+}
+
 TEST_F(Focus, GivesFractionsOfPointsAPixel) {
     NSBitmapImageRep* bitmap = drawing(2.5, 1, [] { fill([NSColor redColor], 0, 0, 2.5, 1); });
     EXPECT_EQ(3, [bitmap pixelsWide]);

@@ -208,6 +208,13 @@ TEST_F(ImageFromData, ComesFromFilesByPathAndURL) {
     EXPECT_EQ(nil, [NSImageRep imageRepWithContentsOfFile:missing]);
 }
 
+TEST_F(ImageFromData, DoesNotComeFromURLsThatLeadNowhere) {
+    for (NSString* text : {@"no scheme", @"nothing", @"file:///", @"file:///no/such/file",
+                           @"http://127.0.0.1:1/a.png", @"mailto:a@b", @""})
+        EXPECT_EQ(nil, [[NSImage alloc] initWithContentsOfURL:[NSURL URLWithString:text]])
+            << [text UTF8String];
+}
+
 TEST_F(ImageFromData, ByReferenceIsReadWhenAskedAbout) {
     codecs_test::TemporaryFolder folder;
     const std::string path = folder.path("later.png");

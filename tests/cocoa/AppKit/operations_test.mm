@@ -137,7 +137,8 @@ TEST_F(Compositing, RefusesANumberThatIsNoOperation) {
 }
 
 TEST_F(Compositing, CutsFractionsToWhatOpacityCanBe) {
-    for (const auto& [fraction, expected] : {std::pair{-1.0, nothing}, {7.0, red}}) {
+    for (const auto& [fraction, expected] :
+         {std::pair{-1.0, nothing}, {7.0, red}, {double{NAN}, nothing}}) {
         NSBitmapImageRep* drawn = drawing(1, 1, [&, fraction = fraction] {
             [makeImage(makeRGBA(1, 1, {red})) dissolveToPoint:NSZeroPoint
                                                      fraction:static_cast<CGFloat>(fraction)];
