@@ -5,7 +5,7 @@
 #include <Cocoa/Cocoa.h>
 
 struct CocoaTraits {
-    static void retain(id object) { [object retain]; }
+    static bool retain(id object) { return [object retain] != nil; }
     static void release(id object) { [object release]; }
 };
 

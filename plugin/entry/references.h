@@ -10,27 +10,29 @@
 #include <cstdlib>
 #include <utility>
 
-/// `Traits` says how a reference is added and given back; neither is asked about null.
+/// `Traits` says how a reference is added and given back; neither is asked about null. A reference
+/// that could not be added, which `retain` tells, is not given back either.
 template <typename Pointer, typename Traits>
 class Reference {
 public:
     Reference() = default;
-    static Reference adopt(Pointer pointer) { return Reference(pointer); }
+    static Reference adopt(Pointer pointer) { return Reference(pointer, true); }
     static Reference retain(Pointer pointer) {
-        if (pointer) Traits::retain(pointer);
-        return Reference(pointer);
+        return Reference(pointer, pointer && Traits::retain(pointer));
     }
 
     Reference(Reference&& other) noexcept
-        : pointer_(std::exchange(other.pointer_, nullptr)) {}
+        : pointer_(std::exchange(other.pointer_, nullptr))
+        , isOwned_(other.isOwned_) {}
     Reference& operator=(Reference&& other) noexcept {
         std::swap(pointer_, other.pointer_);
+        std::swap(isOwned_, other.isOwned_);
         return *this;
     }
     Reference(const Reference&) = delete;
     Reference& operator=(const Reference&) = delete;
     ~Reference() {
-        if (pointer_) Traits::release(pointer_);
+        if (pointer_ && isOwned_) Traits::release(pointer_);
     }
 
     Pointer get() const { return pointer_; }
@@ -40,26 +42,37 @@ public:
     Pointer leak() { return std::exchange(pointer_, nullptr); }
 
 private:
-    explicit Reference(Pointer pointer)
-        : pointer_(pointer) {}
+    Reference(Pointer pointer, bool isOwned)
+        : pointer_(pointer)
+        , isOwned_(isOwned) {}
 
     Pointer pointer_ = nullptr;
+    bool isOwned_ = false;
 };
 
 struct HostObjectTraits {
-    static void retain(REALobjectStruct* object) { REALLockObject(object); }
+    static bool retain(REALobjectStruct* object) {
+        auto* const lock = REALLockObject.resolve();
+        if (lock) lock(object);
+        return lock != nullptr;
+    }
     static void release(REALobjectStruct* object) { REALUnlockObject(object); }
 };
 using HostObject = Reference<REALobjectStruct*, HostObjectTraits>;
+using HostArray = Reference<REALarrayStruct*, HostObjectTraits>;
 
 struct HostStringTraits {
-    static void retain(REALstringStruct* string) { REALLockString(string); }
+    static bool retain(REALstringStruct* string) {
+        auto* const lock = REALLockString.resolve();
+        if (lock) lock(string);
+        return lock != nullptr;
+    }
     static void release(REALstringStruct* string) { REALUnlockString(string); }
 };
 using HostString = Reference<REALstringStruct*, HostStringTraits>;
 
 struct CFTraits {
-    static void retain(CFTypeRef object) { CFRetain(object); }
+    static bool retain(CFTypeRef object) { return CFRetain(object) != nullptr; }
     static void release(CFTypeRef object) { CFRelease(object); }
 };
 template <typename Pointer>

@@ -30,9 +30,9 @@ bool is_given(const void* argument, const char* message) {
 /// it was filled.
 template <typename List>
 REALarrayStruct* string_array_of(List list) {
-    REALarrayStruct* const array = REALCreateArray(REALarrayOfStrings, -1);
-    LightFrame([&] { FillStringArray(array, list()); });
-    return array;
+    HostArray array = HostArray::adopt(REALCreateArray(REALarrayOfStrings, -1));
+    LightFrame([&] { FillStringArray(array.get(), list()); });
+    return array.leak();
 }
 
 } // namespace

@@ -51,17 +51,16 @@ REALword RepresentationHeight(REALobjectStruct* object, REALword index) {
 /// New wrappers, each of the host class that fits its representation best. The array is made first,
 /// so that an image without representations gives an empty one.
 REALarrayStruct* representations(REALobjectStruct* object) {
-    REALarrayStruct* const array = REALCreateArray(REALarrayOfObjects, -1);
+    HostArray array = HostArray::adopt(REALCreateArray(REALarrayOfObjects, -1));
+    if (!array) return nullptr;
     FullFrame([&] {
         NSEnumerator* const elements = [[image_of(object) representations] objectEnumerator];
         std::int32_t index = 0;
-        while (array) {
-            NSImageRep* const representation = [elements nextObject];
-            if (!representation) break;
+        while (NSImageRep* const representation = [elements nextObject]) {
             const HostObject wrapper =
                 HostObject::adopt(NewNSObjectZNT(representation, objc_getClass("NSImageRep")));
-            REALInsertArrayValueObject(array, index++, wrapper.get());
+            REALInsertArrayValueObject(array.get(), index++, wrapper.get());
         }
     });
-    return array;
+    return array.leak();
 }

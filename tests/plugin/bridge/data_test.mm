@@ -103,13 +103,15 @@ TEST(DataWithout, NewMemoryBlockRaisesAndLooksItUpAgain) {
     }
 }
 
-TEST(DataWithout, TheBlocksSizeOrBytesIsNil) {
-    for (const char* service : {"memoryBlockGetSize", "memoryBlockGetPtr"}) {
-        DataOn probe({service});
-        EXPECT_EQ(probe.length_of(probe.host.memoryBlock("bytes")), -1) << service;
-        EXPECT_EQ(probe.length_of(probe.host.memoryBlock("bytes")), -1) << service;
-        EXPECT_EQ(probe.host.lookups(service), 2);
-    }
+class DataWithoutAReader : public testing::TestWithParam<const char*> {};
+INSTANTIATE_TEST_SUITE_P(Data, DataWithoutAReader,
+                         testing::Values("memoryBlockGetSize", "memoryBlockGetPtr"));
+
+TEST_P(DataWithoutAReader, IsNilAndLooksItUpAgain) {
+    DataOn probe({GetParam()});
+    EXPECT_EQ(probe.length_of(probe.host.memoryBlock("bytes")), -1);
+    EXPECT_EQ(probe.length_of(probe.host.memoryBlock("bytes")), -1);
+    EXPECT_EQ(probe.host.lookups(GetParam()), 2);
 }
 
 REALmemoryBlockStruct* blockMade = nullptr;
