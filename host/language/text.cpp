@@ -1,5 +1,7 @@
 #include "host/language/text.h"
 
+#include "host/objects/runtime.h"
+
 #include <algorithm>
 #include <cwctype>
 #include <locale.h>
@@ -73,7 +75,7 @@ std::string_view Characters::slice(std::size_t start, std::size_t length) const 
 
 StringRef Characters::part(std::size_t start, std::size_t length) const {
     if (start == 0 && length >= count() && converted_.empty()) return kept_;
-    return StringRef(slice(start, length), encoding_);
+    return makeText(slice(start, length), encoding_);
 }
 
 char32_t Characters::at(std::size_t index) const {
@@ -94,6 +96,14 @@ std::size_t Characters::find(const Characters& wanted, std::size_t start) const 
     return folded().find(wanted.folded(), start);
 }
 
+StringRef makeText(std::string_view bytes, std::uint32_t encoding) {
+    StringRef text(bytes, encoding);
+    if (text.empty() && !bytes.empty())
+        raise("OutOfMemoryException",
+              "There is no memory for a String of " + std::to_string(bytes.size()) + " bytes");
+    return text;
+}
+
 StringRef joinedText(const StringRef& left, const StringRef& right) {
     if (left.empty()) return right;
     if (right.empty()) return left;
@@ -101,13 +111,13 @@ StringRef joinedText(const StringRef& left, const StringRef& right) {
     if (encoding != right.encoding()) {
         const bool isBytes =
             encoding == REALtextEncodingNone || right.encoding() == REALtextEncodingNone;
-        if (!isBytes) return StringRef(left.utf8() + right.utf8());
+        if (!isBytes) return makeText(left.utf8() + right.utf8());
         encoding = REALtextEncodingNone;
     }
     std::string bytes;
     bytes.reserve(left.bytes().size() + right.bytes().size());
     bytes.append(left.bytes()).append(right.bytes());
-    return StringRef(bytes, encoding);
+    return makeText(bytes, encoding);
 }
 
 namespace {
@@ -162,7 +172,7 @@ StringRef mapped(const StringRef& text, char32_t (*map)(char32_t)) {
                 appendUTF8(bytes, map(character));
         }
     }
-    return StringRef(bytes, characters.encoding());
+    return makeText(bytes, characters.encoding());
 }
 
 void appendUTF8(std::string& text, char32_t character) {

@@ -44,6 +44,10 @@ private:
     mutable std::u32string folded_;
 };
 
+/// A new string. Raises OutOfMemoryException where there is no memory for it, or it is longer than
+/// a host string can be.
+StringRef makeText(std::string_view bytes, std::uint32_t encoding = REALtextEncodingUTF8);
+
 /// One text behind the other. Of two encodings the result is UTF-8; with bytes of no known encoding
 /// it is bytes.
 StringRef joinedText(const StringRef& left, const StringRef& right);

@@ -45,7 +45,6 @@ Value replaced(const StringRef& source, const StringRef& wanted, const StringRef
     if (wanted.empty()) return source;
     const Characters characters(source);
     const Characters pattern(wanted);
-    StringRef result;
     std::string bytes;
     const bool sameEncoding = replacement.empty() || replacement.encoding() == source.encoding();
     const std::string inserted =
@@ -61,7 +60,7 @@ Value replaced(const StringRef& source, const StringRef& wanted, const StringRef
     }
     if (at == 0) return source;
     bytes += characters.slice(at);
-    return StringRef(bytes, characters.encoding());
+    return makeText(bytes, characters.encoding());
 }
 
 Value trimmed(const StringRef& source) {
@@ -99,7 +98,7 @@ std::vector<Value> parts(const StringRef& source, const StringRef& delimiter) {
     std::size_t at = 0;
     while (true) {
         const std::size_t next = bytes.find(wanted, at);
-        found.emplace_back(StringRef(bytes.substr(at, next - at), characters.encoding()));
+        found.emplace_back(makeText(bytes.substr(at, next - at), characters.encoding()));
         if (next == std::string_view::npos) return found;
         at = next + wanted.size();
     }
@@ -132,7 +131,7 @@ Value joinedArray(const Value& value, const StringRef& delimiter) {
         if (i > 0) append(delimiter);
         append(text(array->elements[i]));
     }
-    return StringRef(bytes, encoding);
+    return makeText(bytes, encoding);
 }
 
 Value field(const StringRef& source, const StringRef& separator, std::int64_t index) {
