@@ -5,7 +5,8 @@
 /// All CoreGraphics objects are Core Foundation objects (and so Objective-C objects): CFRetain and
 /// CFRelease work on them. Functions with Create or Copy in their names return an object that the
 /// caller owns, or null; Get functions return what stays the other object's. Every function takes a
-/// null object and then does nothing or answers 0.
+/// null object and then does nothing or answers 0. Enumerations have a fixed size, so that a number
+/// that is none of their values can be passed and is refused.
 
 #include <CoreFoundation/CFBase.h>
 

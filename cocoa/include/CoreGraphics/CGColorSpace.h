@@ -9,7 +9,7 @@
 typedef struct CGColorSpace* CGColorSpaceRef;
 typedef struct CGDataProvider* CGDataProviderRef;
 
-typedef enum {
+typedef enum CGColorRenderingIntent : int32_t {
     kCGRenderingIntentDefault,
     kCGRenderingIntentAbsoluteColorimetric,
     kCGRenderingIntentRelativeColorimetric,
@@ -17,7 +17,7 @@ typedef enum {
     kCGRenderingIntentSaturation
 } CGColorRenderingIntent;
 
-typedef enum {
+typedef enum CGColorSpaceModel : int32_t {
     kCGColorSpaceModelUnknown = -1,
     kCGColorSpaceModelMonochrome,
     kCGColorSpaceModelRGB,

@@ -8,7 +8,7 @@
 
 typedef struct CGContext* CGContextRef;
 
-typedef enum {
+typedef enum CGInterpolationQuality : int32_t {
     kCGInterpolationDefault = 0,
     kCGInterpolationNone = 1,   ///< the nearest pixel
     kCGInterpolationLow = 2,    ///< linear
@@ -17,7 +17,7 @@ typedef enum {
 } CGInterpolationQuality;
 
 /// R = result, S = source, D = destination, all multiplied with their alphas Ra, Sa, Da.
-typedef enum {
+typedef enum CGBlendMode : int32_t {
     kCGBlendModeNormal,
     kCGBlendModeMultiply,
     kCGBlendModeScreen,

@@ -22,7 +22,12 @@ struct CGRect {
 };
 typedef struct CGRect CGRect;
 
-typedef enum { CGRectMinXEdge, CGRectMinYEdge, CGRectMaxXEdge, CGRectMaxYEdge } CGRectEdge;
+typedef enum CGRectEdge : int32_t {
+    CGRectMinXEdge,
+    CGRectMinYEdge,
+    CGRectMaxXEdge,
+    CGRectMaxYEdge
+} CGRectEdge;
 
 CG_EXTERN const CGPoint CGPointZero;
 CG_EXTERN const CGSize CGSizeZero;

@@ -9,7 +9,7 @@
 
 typedef struct CGImage* CGImageRef;
 
-typedef enum {
+typedef enum CGImageAlphaInfo : uint32_t {
     kCGImageAlphaNone,               ///< RGB
     kCGImageAlphaPremultipliedLast,  ///< RGBA, colours multiplied with alpha
     kCGImageAlphaPremultipliedFirst, ///< ARGB, colours multiplied with alpha
