@@ -100,7 +100,7 @@ void endDrawing(void* releaseInfo, void* data) {
     return [self CGImage];
 }
 
-- (CGImageRef)newTransientImage {
+- (CGImageRef)newTransientImageOfPixels:(CGSize)pixels {
     const NSBitmapState* bitmap = [self state];
     if (!bitmap) return nullptr;
     const auto space = [self drawingSpace];
@@ -113,7 +113,7 @@ void endDrawing(void* releaseInfo, void* data) {
 
 - (BOOL)draw {
     CGContextRef port = currentPort();
-    const auto image = OwnedRef<CGImageRef>::adopt([self newTransientImage]);
+    const auto image = OwnedRef<CGImageRef>::adopt([self newTransientImageOfPixels:CGSizeZero]);
     if (!port || !image) return NO;
     const NSSize size = [self size];
     CGContextDrawImage(port, CGRectMake(0, 0, size.width, size.height), image.get());

@@ -84,7 +84,7 @@ Owned<NSBitmapImageRep*> redrawnInRGB(NSBitmapImageRep* bitmap) {
                      bytesPerRow:0
                     bitsPerPixel:32]);
     const auto port = OwnedRef<CGContextRef>::adopt([rgb.get() newDrawingPort]);
-    const auto image = OwnedRef<CGImageRef>::adopt([bitmap newTransientImage]);
+    const auto image = OwnedRef<CGImageRef>::adopt([bitmap newTransientImageOfPixels:CGSizeZero]);
     if (!port || !image) return {};
     CGContextSetBlendMode(port.get(), kCGBlendModeCopy);
     CGContextDrawImage(port.get(), CGRectMake(0, 0, layout.width, layout.height), image.get());

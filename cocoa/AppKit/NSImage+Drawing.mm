@@ -23,15 +23,6 @@ CGRect unitRect(NSRect rect, NSSize size) {
                       rect.size.width / size.width, rect.size.height / size.height);
 }
 
-/// The pixels that a rectangle of a context covers; as many as points without a context.
-CGSize pixelSize(NSRect rect, NSGraphicsContext* context) {
-    const CGSize size = CGSizeMake(rect.size.width, rect.size.height);
-    if (!context) return size;
-    const CGSize pixels =
-        CGContextConvertSizeToDeviceSpace(static_cast<CGContextRef>([context graphicsPort]), size);
-    return CGSizeMake(std::abs(pixels.width), std::abs(pixels.height));
-}
-
 /// Whether a representation has as many pixels as asked for. One that is not made of pixels has.
 bool suffices(NSImageRep* rep, CGSize pixels) {
     const auto enough = [](NSInteger own, CGFloat wanted) {
@@ -92,7 +83,7 @@ OwnedRef<CGImageRef> overColor(CGImageRef image, NSColor* color) {
 - (NSImageRep*)bestRepresentationForRect:(NSRect)rect
                                  context:(NSGraphicsContext*)referenceContext
                                    hints:(NSDictionary*)hints {
-    return bestFor([self loadedRepresentations], pixelSize(rect, referenceContext));
+    return bestFor([self loadedRepresentations], deviceSize(referenceContext, toCG(rect).size));
 }
 
 - (NSImageRep*)bestRepresentationForDevice:(NSDictionary*)deviceDescription {
@@ -137,7 +128,8 @@ OwnedRef<CGImageRef> overColor(CGImageRef image, NSColor* color) {
                      hints:hints];
         return;
     }
-    const auto image = OwnedRef<CGImageRef>::adopt([rep newTransientImage]);
+    const auto image = OwnedRef<CGImageRef>::adopt(
+        [rep newTransientImageOfPixels:deviceSize(context, toCG(whole).size)]);
     if (!image) return;
     drawImage(context, overColor(image.get(), background).get(), unit, toCG(dstSpacePortionRect),
               {.operation = op,

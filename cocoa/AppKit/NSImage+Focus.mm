@@ -82,13 +82,13 @@ Owned<NSBitmapImageRep*> makeBitmap(NSSize size) {
     const NSRect whole = NSMakeRect(0, 0, size.width, size.height);
     // Without the background colour, which every drawing of the image lays behind it anew.
     [NSGraphicsContext setCurrentContext:upright];
-    [[self bestRepresentationForRect:whole context:upright hints:nil]
-              drawPart:CGRectMake(0, 0, 1, 1)
-                inRect:whole
-             operation:NSCompositeCopy
-              fraction:1
-        respectFlipped:NO
-                 hints:nil];
+    [[self bestRepresentationForRect:whole context:upright
+                               hints:nil] drawPart:CGRectMake(0, 0, 1, 1)
+                                            inRect:whole
+                                         operation:NSCompositeCopy
+                                          fraction:1
+                                    respectFlipped:NO
+                                             hints:nil];
     [NSGraphicsContext setCurrentContext:[NSGraphicsContext contextWithBitmap:focus.bitmap
                                                                          size:size
                                                                       flipped:flipped]];

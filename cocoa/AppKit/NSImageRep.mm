@@ -11,11 +11,25 @@ using namespace cocoa::appkit;
 
 namespace {
 
-/// The side in pixels that a drawing without pixels of its own is rendered at.
-NSInteger renderedSide(NSInteger pixels, CGFloat points) {
-    if (pixels > 0) return pixels;
-    constexpr CGFloat largest = 1 << 30;
-    return points > 0 && points < largest ? static_cast<NSInteger>(std::ceil(points)) : 0;
+/// A bitmap to render into; nil for sides without pixels and for too many pixels.
+Owned<NSBitmapImageRep*> makeCanvas(CGSize pixels) {
+    const CGFloat wide = std::ceil(pixels.width);
+    const CGFloat high = std::ceil(pixels.height);
+    if (!(wide >= 1) || !(high >= 1)) return {};
+    if (static_cast<double>(wide) * static_cast<double>(high) >
+        static_cast<double>(cocoa::codecs::maximumPixels))
+        return {};
+    return Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
+        initWithBitmapDataPlanes:nullptr
+                      pixelsWide:static_cast<NSInteger>(wide)
+                      pixelsHigh:static_cast<NSInteger>(high)
+                   bitsPerSample:8
+                 samplesPerPixel:4
+                        hasAlpha:YES
+                        isPlanar:NO
+                  colorSpaceName:NSCalibratedRGBColorSpace
+                     bytesPerRow:0
+                    bitsPerPixel:0]);
 }
 
 } // namespace
@@ -134,25 +148,21 @@ NSInteger renderedSide(NSInteger pixels, CGFloat points) {
 - (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect
                              context:(NSGraphicsContext*)context
                                hints:(NSDictionary*)hints {
-    NSRect rect = NSMakeRect(0, 0, _size.width, _size.height);
-    if (proposedDestRect) rect = *proposedDestRect;
-    const NSInteger wide = renderedSide(_pixelsWide, rect.size.width);
-    const NSInteger high = renderedSide(_pixelsHigh, rect.size.height);
-    if (wide < 1 || high < 1 || !(_size.width > 0) || !(_size.height > 0)) return nullptr;
+    CGSize pixels = CGSizeMake(_pixelsWide > 0 ? _pixelsWide : _size.width,
+                               _pixelsHigh > 0 ? _pixelsHigh : _size.height);
+    if (proposedDestRect) pixels = deviceSize(context, toCG(*proposedDestRect).size);
+    return OwnedRef<CGImageRef>::adopt([self newTransientImageOfPixels:pixels]).autoreleased();
+}
 
-    Owned<NSBitmapImageRep*> bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
-        initWithBitmapDataPlanes:nullptr
-                      pixelsWide:wide
-                      pixelsHigh:high
-                   bitsPerSample:8
-                 samplesPerPixel:4
-                        hasAlpha:YES
-                        isPlanar:NO
-                  colorSpaceName:NSCalibratedRGBColorSpace
-                     bytesPerRow:0
-                    bitsPerPixel:0]);
+@end
+
+@implementation NSImageRep (Private)
+
+- (CGImageRef)newTransientImageOfPixels:(CGSize)pixels {
+    if (!(_size.width > 0) || !(_size.height > 0)) return nullptr;
+    const auto canvas = makeCanvas(pixels);
     NSGraphicsContext* target =
-        bitmap.get() ? [NSGraphicsContext contextWithBitmap:bitmap size:_size flipped:NO] : nil;
+        canvas.get() ? [NSGraphicsContext contextWithBitmap:canvas size:_size flipped:NO] : nil;
     if (!target) return nullptr;
     [NSGraphicsContext saveGraphicsState];
     [NSGraphicsContext setCurrentContext:target];
@@ -162,16 +172,7 @@ NSInteger renderedSide(NSInteger pixels, CGFloat points) {
     } @finally {
         [NSGraphicsContext restoreGraphicsState];
     }
-    if (!drawn) return nullptr;
-    return OwnedRef<CGImageRef>::retain([bitmap.get() CGImage]).autoreleased();
-}
-
-@end
-
-@implementation NSImageRep (Private)
-
-- (CGImageRef)newTransientImage {
-    return CGImageRetain([self CGImageForProposedRect:nullptr context:nil hints:nil]);
+    return drawn ? CGImageRetain([canvas.get() CGImage]) : nullptr;
 }
 
 - (BOOL)drawPart:(CGRect)unit
@@ -182,7 +183,10 @@ NSInteger renderedSide(NSInteger pixels, CGFloat points) {
              hints:(NSDictionary*)hints {
     NSGraphicsContext* context = [NSGraphicsContext currentContext];
     if (!context) return NO;
-    const auto image = OwnedRef<CGImageRef>::adopt([self newTransientImage]);
+    const CGSize whole =
+        CGSizeMake(rect.size.width / unit.size.width, rect.size.height / unit.size.height);
+    const auto image =
+        OwnedRef<CGImageRef>::adopt([self newTransientImageOfPixels:deviceSize(context, whole)]);
     if (!image) return NO;
     drawImage(context, image.get(), unit, toCG(rect),
               {.operation = operation,

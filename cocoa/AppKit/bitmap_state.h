@@ -54,9 +54,9 @@ NSArray* bitmapRepsOfData(Class repClass, NSData* data, bool upright, bool first
 
 @interface NSImageRep (Private)
 
-/// What `draw` would show, for one drawing: it may share the receiver's pixels. Owned by the
-/// caller.
-- (CGImageRef)newTransientImage;
+/// What `draw` would show, for one drawing: it may share the receiver's pixels. Rendered at the
+/// given size in pixels unless it has pixels of its own. Owned by the caller.
+- (CGImageRef)newTransientImageOfPixels:(CGSize)pixels;
 
 /// As the public method, with the source in fractions of the receiver's sides.
 - (BOOL)drawPart:(CGRect)unit

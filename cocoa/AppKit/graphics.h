@@ -19,6 +19,9 @@ CGBlendMode blendMode(NSCompositingOperation operation);
 /// The current context's CGContext, or null.
 CGContextRef currentPort();
 
+/// The pixels that a size in a context's coordinates covers; as many as points without a context.
+CGSize deviceSize(NSGraphicsContext* context, CGSize size);
+
 /// Restores what was saved, however the scope is left.
 class SavedState {
 public:

@@ -123,6 +123,13 @@ CGContextRef currentPort() {
     return static_cast<CGContextRef>([[NSGraphicsContext currentContext] graphicsPort]);
 }
 
+CGSize deviceSize(NSGraphicsContext* context, CGSize size) {
+    if (!context) return size;
+    const CGSize pixels =
+        CGContextConvertSizeToDeviceSpace(static_cast<CGContextRef>([context graphicsPort]), size);
+    return CGSizeMake(std::abs(pixels.width), std::abs(pixels.height));
+}
+
 void drawImage(NSGraphicsContext* context, CGImageRef image, CGRect unit, CGRect destination,
                const DrawOptions& options) {
     const CGBlendMode mode = blendMode(options.operation);

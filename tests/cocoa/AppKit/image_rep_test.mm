@@ -112,6 +112,30 @@ TEST_F(ImageRep, OfAnyClassIsDrawnByAnImage) {
     EXPECT_EQ(green, pixelAt(drawn, 1, 1));
 }
 
+TEST_F(ImageRep, OfAnyClassIsRenderedAtTheSizeItIsDrawn) {
+    NSBitmapImageRep* drawn = drawing(40, 40, [] {
+        [makeImage(makeTestRep()) drawInRect:NSMakeRect(0, 0, 40, 40)
+                                    fromRect:NSZeroRect
+                                   operation:NSCompositeCopy
+                                    fraction:1];
+    });
+    EXPECT_EQ(red, pixelAt(drawn, 19, 20));
+    EXPECT_EQ(nothing, pixelAt(drawn, 20, 20));
+    EXPECT_EQ(nothing, pixelAt(drawn, 19, 19));
+}
+
+TEST_F(ImageRep, OfAnyClassIsNotRenderedLargerThanMemory) {
+    AppKitTestRep* rep = makeTestRep();
+    NSRect rect = NSMakeRect(0, 0, 60000, 60000);
+    EXPECT_EQ(nullptr, [rep CGImageForProposedRect:&rect context:nil hints:nil]);
+    rect = NSMakeRect(0, 0, NAN, INFINITY);
+    EXPECT_EQ(nullptr, [rep CGImageForProposedRect:&rect context:nil hints:nil]);
+    rect = NSMakeRect(0, 0, 7, 3);
+    CGImageRef image = [rep CGImageForProposedRect:&rect context:nil hints:nil];
+    EXPECT_EQ(7U, CGImageGetWidth(image));
+    EXPECT_EQ(3U, CGImageGetHeight(image));
+}
+
 TEST_F(ImageRep, OfAnyClassBecomesAPageOfTIFF) {
     NSData* data = [makeImage(makeTestRep()) TIFFRepresentation];
     NSBitmapImageRep* bitmap = [NSBitmapImageRep imageRepWithData:data];
