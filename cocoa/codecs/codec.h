@@ -3,7 +3,8 @@
 /// The interface of the image formats: plain C++, one file a format, listed in `all_codecs()`.
 ///
 /// Reading is in two steps: `open` looks at the header and gives nothing for data that is not of
-/// the format or lies about its size; `Reader::read` decodes the pixels of one page.
+/// the format, has been cut short or lies about its size, as far as that shows without decoding;
+/// `Reader::read` decodes the pixels of one page.
 ///
 /// Pixels are rows from the top of the image down, samples of a pixel side by side (R, G, B, A or
 /// grey, A or C, M, Y, K), as many bits a sample as the file has. Samples of less than 8 bits are

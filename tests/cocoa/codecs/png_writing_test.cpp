@@ -54,6 +54,9 @@ struct Written {
     PixelLayout layout;
     int color;
 };
+void PrintTo(const Written& written, std::ostream* stream) {
+    *stream << testing::PrintToString(written.layout);
+}
 
 class PngWriting : public testing::TestWithParam<Written> {};
 INSTANTIATE_TEST_SUITE_P(

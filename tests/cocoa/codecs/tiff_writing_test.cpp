@@ -37,6 +37,10 @@ struct Written {
     int bits;
     TIFFCompression compression;
 };
+void PrintTo(const Written& written, std::ostream* stream) {
+    *stream << testing::PrintToString(layout(written.model, written.alpha, written.bits))
+            << ", compression " << static_cast<int>(written.compression);
+}
 
 std::vector<Written> every_layout() {
     std::vector<Written> all;
