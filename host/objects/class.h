@@ -50,6 +50,8 @@ struct Method {
     bool isShared = false;
     /// A plug-in's own C function; null for members that the host implements.
     void* function = nullptr;
+    /// What functionOf() made for plug-ins that load the method.
+    mutable std::shared_ptr<void> loaded = nullptr;
 };
 
 struct Property {

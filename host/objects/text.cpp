@@ -57,21 +57,19 @@ std::uint32_t StringRef::encoding() const {
 }
 
 std::string StringRef::utf8() const {
-    const std::string_view stored = bytes();
-    if (encoding() == REALtextEncodingUTF8 || isASCII(stored)) {
-        if (encoding() != REALtextEncodingUTF16) return std::string(stored);
-    }
-    if (encoding() == REALtextEncodingNone) {
-        if (auto checked = convertText(stored, REALtextEncodingUTF8, REALtextEncodingUTF16))
-            return std::string(stored);
-        return convertText(stored, REALtextEncodingMacRoman, REALtextEncodingUTF8)
-            .value_or(std::string(stored));
-    }
-    return convertText(stored, encoding(), REALtextEncodingUTF8).value_or(std::string(stored));
+    const std::string stored(bytes());
+    const auto read = [&](std::uint32_t as) {
+        return convertText(stored, as, REALtextEncodingUTF8).value_or(stored);
+    };
+    if (encoding() != REALtextEncodingNone) return read(encoding());
+    const bool isUTF8 =
+        convertText(stored, REALtextEncodingUTF8, REALtextEncodingUTF16).has_value();
+    return isUTF8 ? stored : read(REALtextEncodingMacRoman);
 }
 
 std::string_view bytesOf(const REALstringStruct* string) {
-    if (!string) return {};
+    // A string that was released too often has lost its buffer.
+    if (!string || !string->buffer) return {};
     return {string->buffer + 1, static_cast<std::size_t>(string->length)};
 }
 

@@ -47,7 +47,7 @@ private:
     REALstringStruct* string_ = nullptr;
 };
 
-/// The bytes of a host string that the caller knows to be alive; empty for null.
+/// The bytes of a host string; empty for null and for one that is dead.
 std::string_view bytesOf(const REALstringStruct* string);
 
 /// Text in another encoding; nothing when either encoding is unknown or the text has no such form.

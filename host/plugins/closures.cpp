@@ -5,7 +5,7 @@
 #include "host/plugins/ffi_types.h"
 
 #include <cstring>
-#include <map>
+#include <memory>
 #include <stdexcept>
 
 namespace host {
@@ -14,9 +14,17 @@ namespace {
 
 /// A method and the description of its C function.
 struct Closure {
+    Closure() = default;
+    ~Closure() {
+        if (memory) ffi_closure_free(memory);
+    }
+    Closure(const Closure&) = delete;
+    Closure& operator=(const Closure&) = delete;
+
     const Method* method = nullptr;
     ffi_cif call{};
     std::vector<ffi_type*> types;
+    ffi_closure* memory = nullptr;
     void* function = nullptr;
 };
 
@@ -85,19 +93,19 @@ void enter(ffi_cif*, void* result, void** arguments, void* data) {
     store(handedOver(performed(closure, arguments), type), type, result);
 }
 
-std::unique_ptr<Closure> makeClosure(const Method& method) {
-    auto closure = std::make_unique<Closure>();
+std::shared_ptr<Closure> makeClosure(const Method& method) {
+    auto closure = std::make_shared<Closure>();
     closure->method = &method;
     if (!method.isShared) closure->types.push_back(&ffi_type_pointer);
     for (const Parameter& parameter : method.signature.parameters)
         closure->types.push_back(ffiType(parameter.type));
-    auto* const memory =
+    closure->memory =
         static_cast<ffi_closure*>(ffi_closure_alloc(sizeof(ffi_closure), &closure->function));
-    if (!memory ||
+    if (!closure->memory ||
         ffi_prep_cif(&closure->call, FFI_DEFAULT_ABI, static_cast<unsigned>(closure->types.size()),
                      ffiType(method.signature.result), closure->types.data()) != FFI_OK ||
-        ffi_prep_closure_loc(memory, &closure->call, enter, closure.get(), closure->function) !=
-            FFI_OK)
+        ffi_prep_closure_loc(closure->memory, &closure->call, enter, closure.get(),
+                             closure->function) != FFI_OK)
         throw std::runtime_error("no function can be made for " + method.signature.name);
     return closure;
 }
@@ -105,10 +113,8 @@ std::unique_ptr<Closure> makeClosure(const Method& method) {
 } // namespace
 
 void* functionOf(const Method& method) {
-    static std::map<const Method*, std::unique_ptr<Closure>> closures;
-    auto& closure = closures[&method];
-    if (!closure) closure = makeClosure(method);
-    return closure->function;
+    if (!method.loaded) method.loaded = makeClosure(method);
+    return static_cast<const Closure*>(method.loaded.get())->function;
 }
 
 } // namespace host

@@ -6,8 +6,8 @@
 
 namespace host {
 
-/// A function of the method's C shape, with the object first unless it is shared, which lives as
-/// long as the process. The same method always gives the same function.
+/// A function of the method's C shape, with the object first unless it is shared. It lives as long
+/// as the method, which must stay where it is, and is made once.
 void* functionOf(const Method& method);
 
 } // namespace host

@@ -200,7 +200,7 @@ private:
         setter.parameters.push_back(
             {"value", std::exchange(setter.result, Type()), std::nullopt, false, true, false});
         methods.push_back({setter, methodBody(pointerIn(record[1]), setter, isShared, name_), flags,
-                           isShared, pointerIn(record[1])});
+                           isShared, pointerIn(record[1]), nullptr});
     }
 
     void addConstant(const RawRecord& record) {

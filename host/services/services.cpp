@@ -205,8 +205,7 @@ int Services::calls(std::string_view name) {
 
 bool Services::isOffered(std::string_view name) {
     const Service* const service = find(name);
-    return service && !service->withdrawn &&
-           exists(*service, Runtime::current().options().version);
+    return service && !service->withdrawn && exists(*service, Runtime::current().options().version);
 }
 
 bool Services::offer(std::string_view name, bool offered) {
