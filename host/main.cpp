@@ -22,7 +22,7 @@ namespace {
 using namespace host;
 using namespace host::language;
 
-enum Status : int { Success = 0, Failure = 1, WrongUse = 2, BrokenRule = 3 };
+enum Status : int { Success = 0, WrongUse = 2, BrokenRule = 3 };
 
 void write(std::FILE* file, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), file);
@@ -110,7 +110,7 @@ int work(const CommandLine& line) {
         complain(error.what());
         return WrongUse;
     }
-    if (!loadPlugins(*runtime, line)) return Failure;
+    if (!loadPlugins(*runtime, line)) return WrongUse;
     int status = source ? runFile(line, *source) : list(*runtime, line.className);
     runtime->drainPool();
     for (const std::string& sentence : runtime->report()) {
@@ -123,7 +123,7 @@ int work(const CommandLine& line) {
 } // namespace
 
 int main(int count, char** values) {
-    const std::vector<std::string> arguments(values + 1, values + count);
+    const std::vector<std::string> arguments(values + (count > 0 ? 1 : 0), values + count);
     std::string error;
     const std::optional<CommandLine> line = parseCommandLine(arguments, error);
     if (!line) {

@@ -1,7 +1,9 @@
 #include "host/language/class_listing.h"
 
 #include <initializer_list>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace host::language {
 namespace {
@@ -25,10 +27,24 @@ std::string describe(std::string_view kind, const Property& property) {
            notes({property.set ? "" : "read-only", consoleNote(property.flags)}) + "\n";
 }
 
-std::string describe(std::string_view kind, const Method& method) {
+/// A plug-in's method is shown as the plug-in declares it.
+std::string declarationOf(const Method& method, const std::vector<RawRecord>* records) {
+    const std::string text = method.signature.text();
+    if (!records || !method.function) return text;
+    for (const RawRecord& record : *records) {
+        const auto* const declaration = reinterpret_cast<const char*>(record[2]);
+        if (record[0] != reinterpret_cast<REALword>(method.function) || !declaration) continue;
+        const std::optional<Signature> signature = Signature::parse(declaration);
+        if (signature && signature->text() == text) return declaration;
+    }
+    return text;
+}
+
+std::string describe(std::string_view kind, const Method& method,
+                     const std::vector<RawRecord>* records) {
     const std::string_view word =
         method.signature.result.kind == Kind::Nothing ? "Sub " : "Function ";
-    return "    " + std::string(kind) + std::string(word) + method.signature.text() +
+    return "    " + std::string(kind) + std::string(word) + declarationOf(method, records) +
            notes({consoleNote(method.flags)}) + "\n";
 }
 
@@ -48,13 +64,13 @@ std::string describe(const Class& type) {
     for (const Property& property : type.properties)
         text += describe("Property ", property);
     for (const Method& method : type.methods)
-        text += describe("", method);
+        text += describe("", method, type.raw ? &type.raw->methods : nullptr);
     for (const Constant& constant : type.constants)
         text += describe(constant);
     for (const Property& property : type.sharedProperties)
         text += describe("Shared Property ", property);
     for (const Method& method : type.sharedMethods)
-        text += describe("Shared ", method);
+        text += describe("Shared ", method, type.raw ? &type.raw->sharedMethods : nullptr);
     return text;
 }
 

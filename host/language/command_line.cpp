@@ -145,7 +145,8 @@ std::string_view helpText() {
     --help                   shows this
 
 Exit status: 0 or what the program's Quit says; 1 when it ends by an exception; 2 when the program or
-the command line is not understood; 3 when a plug-in broke a rule of the host or kept a reference.
+the command line is not understood, or a file cannot be loaded; 3 when a plug-in broke a rule of the
+host or kept a reference.
 )";
 }
 

@@ -17,6 +17,7 @@ const std::unordered_map<std::string, Keyword>& keywords() {
         {"and", Keyword::And},
         {"as", Keyword::As},
         {"byref", Keyword::ByRef},
+        {"call", Keyword::Call},
         {"byval", Keyword::ByVal},
         {"case", Keyword::Case},
         {"catch", Keyword::Catch},

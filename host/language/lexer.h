@@ -18,6 +18,7 @@ enum class Keyword {
     As,
     ByRef,
     ByVal,
+    Call,
     Case,
     Catch,
     Const,

@@ -124,6 +124,10 @@ private:
         case Keyword::Dim:
             statement.node = parseDim();
             break;
+        case Keyword::Call:
+            advance();
+            statement.node = CallStatement{parseDesignator()};
+            break;
         case Keyword::Const:
             statement.node = parseConst();
             break;

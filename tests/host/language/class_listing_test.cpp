@@ -32,3 +32,17 @@ TEST(ClassListing, QuotesConstantsOfText) {
     EXPECT_EQ(host::language::describe(type),
               "Class Named  [console-safe]\n    Const Name = \"x\"\n");
 }
+
+TEST(ClassListing, ShowsAPluginsMethodAsThePluginDeclaresIt) {
+    const Host host{{.bare = true}};
+    static const char declaration[] = "grow(factor as double=2)";
+    int function = 0;
+    host::Class type("Circle");
+    host::Method& method = type.addMethod(declaration, {});
+    method.function = &function;
+    type.raw.emplace();
+    type.raw->methods.push_back({reinterpret_cast<REALword>(&function), 0,
+                                 reinterpret_cast<REALword>(declaration), REALconsoleSafe});
+    EXPECT_EQ(host::language::describe(type), "Class Circle  [console-safe]\n"
+                                              "    Sub grow(factor as double=2)  [console-safe]\n");
+}

@@ -129,6 +129,7 @@ TEST(Parser, ReadsACallWithoutParentheses) {
     EXPECT_EQ(show(first<CallStatement>("f (a) + b").call), "f([a + b])");
     EXPECT_EQ(show(first<CallStatement>("f(0).g (a), b").call), "f(0).g(a, b)");
     EXPECT_EQ(show(first<CallStatement>("Beep").call), "Beep");
+    EXPECT_EQ(show(first<CallStatement>("Call f(1)").call), "f(1)");
 }
 
 TEST(Parser, ReadsAnAssignmentToAnythingThatCanBeNamed) {

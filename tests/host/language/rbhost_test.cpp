@@ -104,7 +104,7 @@ TEST_F(Command, APluginThatCannotBeLoadedIsNamed) {
     EXPECT_THAT(result.error, StartsWith("rbhost: "));
     EXPECT_THAT(result.error, HasSubstr("none.so"));
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.status, 2);
 }
 
 TEST_F(Command, WrongUseIsExplainedWithStatus2) {
