@@ -107,6 +107,15 @@ TEST_F(Command, APluginThatCannotBeLoadedIsNamed) {
     EXPECT_EQ(result.status, 2);
 }
 
+TEST_F(Command, AReferenceThatAPluginKeepsIsReportedWithStatus3) {
+    std::ofstream(folder_ / "a.bas") << "Print 1";
+    const Result result = rbhost("--plugin '" LEAKY_PART "' run a.bas");
+    EXPECT_EQ(result.output, "1\n");
+    EXPECT_THAT(result.error, StartsWith("rbhost: "));
+    EXPECT_THAT(result.error, HasSubstr("forgotten"));
+    EXPECT_EQ(result.status, 3);
+}
+
 TEST_F(Command, WrongUseIsExplainedWithStatus2) {
     const Result result = rbhost("walk");
     EXPECT_EQ(result.error,
