@@ -95,14 +95,18 @@ Owned<NSBitmapImageRep*> makeBitmap(NSSize size) {
     focused.push_back(std::move(focus));
 }
 
+/// Images that were locked later and never unlocked, since an exception passed, lose the focus too.
 - (void)unlockFocus {
-    if (focused.empty() || focused.back().image.get() != self)
-        [NSException
-             raise:NSInternalInconsistencyException
-            format:@"unlockFocus was sent to %@, which is not the image that has the focus", self];
-    const Focus focus = std::move(focused.back());
-    focused.pop_back();
-    [NSGraphicsContext restoreGraphicsState];
+    const auto found = std::find_if(focused.rbegin(), focused.rend(), [self](const Focus& focus) {
+        return focus.image.get() == self;
+    });
+    if (found == focused.rend())
+        [NSException raise:NSInternalInconsistencyException
+                    format:@"unlockFocus was sent to %@, which does not have the focus", self];
+    const Focus focus = *found;
+    const auto kept = static_cast<std::size_t>(focused.rend() - found) - 1;
+    for (; focused.size() > kept; focused.pop_back())
+        [NSGraphicsContext restoreGraphicsState];
     NSImageState* state = [self state];
     state->size = [self size];
     state->sizeIsSet = true;

@@ -148,6 +148,20 @@ TEST_F(Focus, IsNotUnlockedWithoutALock) {
     [image unlockFocus];
 }
 
+TEST_F(Focus, IsTakenFromInnerImagesThatWereNotUnlocked) {
+    NSImage* outer = imageOfSize(1, 1);
+    NSImage* inner = imageOfSize(1, 1);
+    [outer lockFocus];
+    fill([NSColor redColor], 0, 0, 1, 1);
+    [inner lockFocus];
+    [outer unlockFocus];
+    EXPECT_EQ(nil, [NSGraphicsContext currentContext]);
+    EXPECT_EQ(red, pixelAt(bitmapOf(outer), 0, 0));
+    EXPECT_FALSE([inner isValid]);
+    EXPECT_EQUAL_STRINGS(NSInternalInconsistencyException,
+                         raisedBy([inner] { [inner unlockFocus]; }));
+}
+
 TEST_F(Focus, IsEachThreadsOwn) {
     NSImage* image = imageOfSize(1, 1);
     [image lockFocus];
