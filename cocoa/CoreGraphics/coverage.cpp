@@ -154,8 +154,9 @@ private:
     /// The piece of an edge within one row, from x0 to x1 over a signed height.
     void addLine(int y, double x0, double x1, double height) {
         double* line = cells.data() + static_cast<std::size_t>(y - area.top) * stride;
-        const double low = std::min(x0, x1) - area.left;
-        const double high = std::max(x0, x1) - area.left;
+        // Rounding may have left an edge a little outside.
+        const double low = std::clamp(std::min(x0, x1) - area.left, 0.0, double(area.width()));
+        const double high = std::clamp(std::max(x0, x1) - area.left, low, double(area.width()));
         const int first = static_cast<int>(std::floor(low));
         const int last = std::max(static_cast<int>(std::ceil(high)) - 1, first);
         double before = 0; // the share of the height that was passed left of the pixel

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
 #include <utility>
 
 namespace cocoa::cg {
@@ -247,5 +248,9 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
     Context& body = *bodyOf(context);
     const Matrix place = {CGRectGetWidth(rect), 0, 0, CGRectGetHeight(rect), CGRectGetMinX(rect),
                           CGRectGetMinY(rect)};
-    drawImage(body, *bodyOf(image), concat(place, body.pixelMatrix()));
+    try {
+        drawImage(body, *bodyOf(image), concat(place, body.pixelMatrix()));
+    } catch (const std::bad_alloc&) {
+        // The rows of the image are longer than memory: what is not drawn yet stays undrawn.
+    }
 }

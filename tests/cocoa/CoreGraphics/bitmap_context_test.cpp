@@ -1,3 +1,4 @@
+#include "cocoa/CoreGraphics/bitmap_context.h"
 #include "cocoa/CoreGraphics/support.h"
 
 #include <limits>
@@ -191,6 +192,63 @@ TEST(BitmapContext, OfGrayKeepsTheLuminanceOfWhatIsDrawn) {
     CGContextSetGrayFillColor(context, 100 / 255.0, 1);
     CGContextFillRect(context, CGRectMake(0, 0, 2, 2));
     EXPECT_THAT(memory, testing::Each(100));
+}
+
+/// Layouts of bitmap representations that the public function refuses.
+Context drawnIntoRepresentation(std::vector<std::uint8_t>& memory, std::size_t bitsPerPixel,
+                                CGColorSpaceModel model, CGBitmapInfo info) {
+    const std::size_t bytesPerRow = 2 * bitsPerPixel / 8;
+    memory.assign(2 * bytesPerRow, 9);
+    Context context = cocoa::cg::createBitmapContext(
+        memory.data(), 2, 2, 8, bitsPerPixel, bytesPerRow, spaceOf(model), info, nullptr, nullptr);
+    if (context != nullptr) {
+        CGContextDrawImage(context, CGRectMake(0, 0, 2, 2), fourColors());
+        CGContextSetGrayFillColor(context, 1, 1);
+        CGContextSetAlpha(context, 0.2);
+        CGContextSetBlendMode(context, kCGBlendModeCopy);
+        CGContextFillRect(context, CGRectMake(1, 0, 1, 1));
+    }
+    return context;
+}
+
+TEST(RepresentationContext, DrawsIntoRGBOf24Bits) {
+    std::vector<std::uint8_t> memory;
+    const Context context =
+        drawnIntoRepresentation(memory, 24, kCGColorSpaceModelRGB, kCGImageAlphaNone);
+    EXPECT_THAT(memory, testing::ElementsAre(255, 0, 0, 0, 255, 0, 0, 0, 255, 51, 51, 51));
+    EXPECT_EQ(CGBitmapContextGetBitsPerPixel(context), 24U);
+}
+
+TEST(RepresentationContext, DrawsIntoRGBOf32BitsWithoutAlpha) {
+    std::vector<std::uint8_t> memory;
+    const Context context =
+        drawnIntoRepresentation(memory, 32, kCGColorSpaceModelRGB, kCGImageAlphaNone);
+    EXPECT_THAT(std::vector(memory.begin() + 4, memory.begin() + 7),
+                testing::ElementsAre(0, 255, 0));
+    EXPECT_THAT(std::vector(memory.begin() + 12, memory.begin() + 15), testing::Each(51));
+}
+
+TEST(RepresentationContext, DrawsIntoGrayWithAlphaBehindOrInFront) {
+    std::vector<std::uint8_t> memory;
+    const Context last = drawnIntoRepresentation(memory, 16, kCGColorSpaceModelMonochrome,
+                                                 kCGImageAlphaPremultipliedLast);
+    EXPECT_THAT(memory, testing::ElementsAre(77, 255, 150, 255, 28, 255, 51, 51));
+    const Context first = drawnIntoRepresentation(memory, 16, kCGColorSpaceModelMonochrome,
+                                                  kCGImageAlphaPremultipliedFirst);
+    EXPECT_THAT(memory, testing::ElementsAre(255, 77, 255, 150, 255, 28, 51, 51));
+}
+
+TEST(RepresentationContext, IsNotMadeOfStraightAlphaNorOfOtherSamples) {
+    std::vector<std::uint8_t> memory;
+    EXPECT_EQ(static_cast<CGContextRef>(
+                  drawnIntoRepresentation(memory, 32, kCGColorSpaceModelRGB, kCGImageAlphaLast)),
+              nullptr);
+    EXPECT_EQ(static_cast<CGContextRef>(
+                  drawnIntoRepresentation(memory, 32, kCGColorSpaceModelCMYK, kCGImageAlphaNone)),
+              nullptr);
+    EXPECT_EQ(static_cast<CGContextRef>(drawnIntoRepresentation(memory, 40, kCGColorSpaceModelRGB,
+                                                                kCGImageAlphaPremultipliedLast)),
+              nullptr);
 }
 
 TEST(ImageOfContext, KeepsItsPixelsWhenTheContextIsDrawnInto) {
