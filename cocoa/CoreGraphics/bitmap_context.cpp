@@ -55,15 +55,13 @@ std::optional<SurfaceFormat> surfaceFormat(const PixelLayout& layout) {
     return format;
 }
 
-/// Zeroed; vectors are read fastest from rows of whole ones.
+/// Whole vectors; 0 when that is more than memory can be.
 std::size_t chosenBytesPerRow(std::size_t width, std::size_t bitsPerPixel) {
     constexpr std::uint64_t multiple = 16;
     const std::uint64_t bytes = (std::uint64_t{width} * bitsPerPixel + 7) / 8;
     const std::uint64_t padded = (bytes + multiple - 1) / multiple * multiple;
     return padded <= PTRDIFF_MAX ? static_cast<std::size_t>(padded) : 0;
 }
-
-const Context* contextBody(CGContextRef context) { return bodyOf(context); }
 
 } // namespace
 
@@ -124,15 +122,15 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
 }
 
 void* CGBitmapContextGetData(CGContextRef context) {
-    return context != nullptr ? contextBody(context)->surface.data : nullptr;
+    return context != nullptr ? bodyOf(context)->surface.data : nullptr;
 }
 
 size_t CGBitmapContextGetWidth(CGContextRef context) {
-    return context != nullptr ? static_cast<size_t>(contextBody(context)->surface.width) : 0;
+    return context != nullptr ? static_cast<size_t>(bodyOf(context)->surface.width) : 0;
 }
 
 size_t CGBitmapContextGetHeight(CGContextRef context) {
-    return context != nullptr ? static_cast<size_t>(contextBody(context)->surface.height) : 0;
+    return context != nullptr ? static_cast<size_t>(bodyOf(context)->surface.height) : 0;
 }
 
 size_t CGBitmapContextGetBitsPerComponent(CGContextRef context) {
@@ -140,16 +138,15 @@ size_t CGBitmapContextGetBitsPerComponent(CGContextRef context) {
 }
 
 size_t CGBitmapContextGetBitsPerPixel(CGContextRef context) {
-    return context != nullptr ? static_cast<size_t>(contextBody(context)->surface.format.bytes) * 8
-                              : 0;
+    return context != nullptr ? static_cast<size_t>(bodyOf(context)->surface.format.bytes) * 8 : 0;
 }
 
 size_t CGBitmapContextGetBytesPerRow(CGContextRef context) {
-    return context != nullptr ? contextBody(context)->surface.rowBytes : 0;
+    return context != nullptr ? bodyOf(context)->surface.rowBytes : 0;
 }
 
 CGColorSpaceRef CGBitmapContextGetColorSpace(CGContextRef context) {
-    return context != nullptr ? contextBody(context)->space.get() : nullptr;
+    return context != nullptr ? bodyOf(context)->space.get() : nullptr;
 }
 
 CGImageAlphaInfo CGBitmapContextGetAlphaInfo(CGContextRef context) {
@@ -158,12 +155,12 @@ CGImageAlphaInfo CGBitmapContextGetAlphaInfo(CGContextRef context) {
 }
 
 CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef context) {
-    return context != nullptr ? contextBody(context)->bitmapInfo : 0;
+    return context != nullptr ? bodyOf(context)->bitmapInfo : 0;
 }
 
 CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
     if (context == nullptr) return nullptr;
-    const Context& body = *contextBody(context);
+    const Context& body = *bodyOf(context);
     const Surface& surface = body.surface;
     const auto height = static_cast<std::size_t>(surface.height);
     // The last row of a caller's memory may end with its last pixel.

@@ -32,6 +32,14 @@ void setDeviceFill(CGContextRef context, CGColorSpaceModel model, const CGFloat*
     setFill(*bodyOf(context), space, components);
 }
 
+void paint(Context& context, const CGRect& rect, std::uint32_t color, CGBlendMode mode) {
+    const Region region = context.regionOf(rect);
+    if (region.isEmpty()) return;
+    composite(context.surface, region.bounds, {nullptr, 0, color}, mode, region.coverage.get());
+}
+
+} // namespace
+
 std::uint32_t fillPixel(const GraphicsState& state) {
     const double alpha = state.fill.alpha * state.alpha;
     const auto sample = [alpha](double component) {
@@ -40,14 +48,6 @@ std::uint32_t fillPixel(const GraphicsState& state) {
     return pixel(sample(1), sample(state.fill.red), sample(state.fill.green),
                  sample(state.fill.blue));
 }
-
-void paint(Context& context, const CGRect& rect, std::uint32_t color, CGBlendMode mode) {
-    const Region region = context.regionOf(rect);
-    if (region.isEmpty()) return;
-    composite(context.surface, region.bounds, {nullptr, 0, color}, mode, region.coverage.get());
-}
-
-} // namespace
 
 Region Context::regionOf(const CGRect& rect) const {
     if (CGRectIsNull(rect)) return {};

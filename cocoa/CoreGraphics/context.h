@@ -28,6 +28,9 @@ struct GraphicsState {
     bool antialias = true;
 };
 
+/// The fill colour with both alphas, as a working pixel.
+std::uint32_t fillPixel(const GraphicsState& state);
+
 /// Every context draws into a bitmap.
 class Context final : public Body {
 public:

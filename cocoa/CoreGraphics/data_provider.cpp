@@ -19,7 +19,6 @@ struct FreeMemory {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-void releaseOwner(void* info, const void*, std::size_t) { releaseObject(info); }
 void freeBytes(void*, const void* data, std::size_t) { std::free(const_cast<void*>(data)); }
 
 CGDataProviderRef makeProvider(void* info, const void* data, std::size_t size,

@@ -30,6 +30,9 @@ private:
     Release release;
 };
 
+/// The release callback of a provider on memory of an object, which is its info and retained by it.
+inline void releaseOwner(void* info, const void*, std::size_t) { releaseObject(info); }
+
 inline DataProvider* bodyOf(CGDataProviderRef provider) {
     return static_cast<DataProvider*>(bodyOfObject(provider));
 }

@@ -198,15 +198,6 @@ std::unique_ptr<RowSource> slantedRows(const Context& context, const Image& imag
     return std::make_unique<TransformedRows>(std::move(*buffer), toBuffer, filter, bounds);
 }
 
-std::uint32_t maskColor(const GraphicsState& state) {
-    const double alpha = state.fill.alpha * state.alpha;
-    const auto sample = [alpha](double component) {
-        return static_cast<unsigned>(std::lround(component * alpha * 255));
-    };
-    return pixel(sample(1), sample(state.fill.red), sample(state.fill.green),
-                 sample(state.fill.blue));
-}
-
 } // namespace
 
 void drawImage(Context& context, const Image& image, const Matrix& unit) {
@@ -233,7 +224,7 @@ void drawImage(Context& context, const Image& image, const Matrix& unit) {
     if (!rows) return;
     RowPainter painter(context, region);
     if (image.isMask) {
-        painter.paintMask(*rows, maskColor(context.state));
+        painter.paintMask(*rows, fillPixel(context.state));
     } else {
         painter.paintImage(*rows);
     }

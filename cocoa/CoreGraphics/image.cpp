@@ -42,8 +42,6 @@ std::unique_ptr<Image> imageOn(CGDataProviderRef provider, const PixelLayout& la
     return image;
 }
 
-void releaseOwner(void* info, const void*, std::size_t) { releaseObject(info); }
-
 void deleteBytes(void*, const void* data, std::size_t) {
     delete[] static_cast<const std::uint8_t*>(data);
 }
