@@ -14,7 +14,8 @@ Print 0.1 + 0.2
 Print 1e3
 Print 1.5e-3
 Print 1 / 3
-Print 100000000 * 10000000
+Dim big As Int64 = 100000000
+Print big * 10000000
 Print 1e20
 Print 1 / 0
 Print -1 / 0
