@@ -132,12 +132,12 @@ TEST_F(Classes, RunTheNearestConstructors) {
 
 TEST_F(Classes, NameTheArgumentsThatNoOverloadTakes) {
     const auto candidates = host.runtime().findClass("Base")->findMethods("Pick");
-    const std::vector<host::Value> arguments{host.folderItem("/"), 1};
+    const std::vector<host::Value> arguments{host.folderItem("/"), 1.0};
     try {
         host::overloadFor("Pick", candidates, arguments);
         FAIL() << "an overload was found";
     } catch (const host::CallError& error) {
-        EXPECT_STREQ(error.what(), "Pick does not take (FolderItem, Int32)");
+        EXPECT_STREQ(error.what(), "Pick does not take (FolderItem, Double)");
     }
 }
 
