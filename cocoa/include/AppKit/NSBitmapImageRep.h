@@ -129,6 +129,9 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
 
 @interface NSBitmapImageRep (NSBitmapEncoding)
 
+/// The size in points is written as the resolution, a profile of the bitmap's own model is kept.
+/// PNG has straight alpha, TIFF alpha as the bitmap has it, JPEG none.
+
 /// Where `compression` cannot be used for the bitmap, none is.
 - (NSData*)TIFFRepresentation;
 - (NSData*)TIFFRepresentationUsingCompression:(NSTIFFCompression)compression factor:(float)factor;
