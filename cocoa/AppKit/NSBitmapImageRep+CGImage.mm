@@ -9,9 +9,7 @@
 #include "cocoa/AppKit/graphics.h"
 #include "cocoa/AppKit/row_converter.h"
 
-#include <cmath>
 #include <cstdlib>
-#include <cstring>
 
 using namespace cocoa::appkit;
 

@@ -2,11 +2,9 @@
 
 #import <AppKit/NSBitmapImageRep.h>
 #import <AppKit/NSColor.h>
-#import <AppKit/NSGraphicsContext.h>
 
 #include "cocoa/AppKit/bitmap_state.h"
 #include "cocoa/AppKit/color_spaces.h"
-#include "cocoa/AppKit/graphics.h"
 #include "cocoa/AppKit/row_converter.h"
 
 #include <algorithm>

@@ -1,9 +1,7 @@
 #import <AppKit/NSBitmapImageRep.h>
-#import <AppKit/NSGraphicsContext.h>
 
 #include "cocoa/AppKit/bitmap_state.h"
 #include "cocoa/AppKit/color_spaces.h"
-#include "cocoa/AppKit/graphics.h"
 
 #include <algorithm>
 

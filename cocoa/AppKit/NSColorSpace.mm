@@ -1,6 +1,5 @@
 #import <AppKit/NSColorSpace.h>
 
-#include "cocoa/AppKit/color_spaces.h"
 #include "cocoa/AppKit/ownership.h"
 
 using namespace cocoa::appkit;

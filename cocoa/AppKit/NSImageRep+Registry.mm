@@ -5,7 +5,6 @@
 #import <AppKit/NSPasteboard.h>
 
 #include "cocoa/AppKit/image_types.h"
-#include "cocoa/AppKit/ownership.h"
 
 #include <mutex>
 

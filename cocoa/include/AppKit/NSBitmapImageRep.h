@@ -57,7 +57,7 @@ APPKIT_EXTERN NSString* const NSImageLoopCount;               ///< NSNumber
 APPKIT_EXTERN NSString* const NSImageGamma;                   ///< NSNumber
 APPKIT_EXTERN NSString* const NSImageProgressive;             ///< NSNumber, a boolean; JPEG
 APPKIT_EXTERN NSString* const NSImageEXIFData;                ///< NSDictionary
-APPKIT_EXTERN NSString* const NSImageFallbackBackgroundColor; ///< NSColor; JPEG
+APPKIT_EXTERN NSString* const NSImageFallbackBackgroundColor; ///< NSColor; JPEG, else white
 
 APPKIT_EXTERN NSString* const NSTIFFException;
 APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
