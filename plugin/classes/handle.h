@@ -8,6 +8,8 @@
 
 #include <Cocoa/Cocoa.h>
 
+#include <type_traits>
+
 inline NSImage*& image_of(REALobjectStruct* object) {
     return *static_cast<NSImage**>(class_data(NSImageClass, object));
 }

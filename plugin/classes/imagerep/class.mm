@@ -7,6 +7,7 @@
 #include "sdk/tables.h"
 
 using namespace REALtables;
+using namespace imagerep;
 
 namespace {
 
@@ -35,14 +36,14 @@ REALproperty properties[] = {
              setter([](NSImageRep* rep, bool flag) { [rep setOpaque:flag]; })),
 
     // Points
-    property("height", "Double", representation_height),
-    property("width", "Double", representation_width),
-    property("size", "NSSizeZNT", representation_size, set_representation_size),
+    property("height", "Double", height),
+    property("width", "Double", width),
+    property("size", "NSSizeZNT", size, setSize),
 };
 
 REALmethod methods[] = {
-    method("setSize(width as double, height as double)", set_representation_size_of_numbers),
-    method("Constructor", construct_representation, REALconsoleSafe | REALconstructorFlag80),
+    method("setSize(width as double, height as double)", setSizeOfNumbers),
+    method("Constructor", construct_empty, REALconsoleSafe | REALconstructorFlag80),
 };
 
 REALconstant constants[] = {

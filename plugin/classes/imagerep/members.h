@@ -5,13 +5,16 @@
 
 #include "sdk/types.h"
 
+namespace imagerep {
+
 void NSImageRepConstructor(REALobjectStruct* representation);
 void NSImageRepDestructor(REALobjectStruct* representation);
-void construct_representation(REALobjectStruct* representation);
-REALobjectStruct* representation_size(REALobjectStruct* representation, REALword);
-void set_representation_size(REALobjectStruct* representation, REALword, REALobjectStruct* size);
-void set_representation_size_of_numbers(REALobjectStruct* representation, double width,
-                                        double height);
-double representation_width(REALobjectStruct* representation, REALword);
-double representation_height(REALobjectStruct* representation, REALword);
+void construct_empty(REALobjectStruct* representation);
+REALobjectStruct* size(REALobjectStruct* representation, REALword);
+void setSize(REALobjectStruct* representation, REALword, REALobjectStruct* size);
+void setSizeOfNumbers(REALobjectStruct* representation, double width, double height);
+double width(REALobjectStruct* representation, REALword);
+double height(REALobjectStruct* representation, REALword);
 bool canInitWithData(REALmemoryBlockStruct* data);
+
+} // namespace imagerep

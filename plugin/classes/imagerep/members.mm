@@ -6,6 +6,8 @@
 #include "plugin/entry/frames.h"
 #include "plugin/entry/instances.h"
 
+namespace imagerep {
+
 /// A factory or a constructor with arguments brings the representation.
 void NSImageRepConstructor(REALobjectStruct*) { CocoaInit(); }
 
@@ -21,29 +23,29 @@ void NSImageRepDestructor(REALobjectStruct* object) {
     });
 }
 
-void construct_representation(REALobjectStruct*) {}
+void construct_empty(REALobjectStruct*) {}
 
 /// A new host object at every reading; of 0 by 0 without a representation.
-REALobjectStruct* representation_size(REALobjectStruct* object, REALword) {
+REALobjectStruct* size(REALobjectStruct* object, REALword) {
     return LightFrame([&] { return NewNSSizeZNT([representation_of(object) size]); });
 }
 
 /// A null size is 0 by 0.
-void set_representation_size(REALobjectStruct* object, REALword, REALobjectStruct* hostSize) {
+void setSize(REALobjectStruct* object, REALword, REALobjectStruct* hostSize) {
     LightFrame([&] { [representation_of(object) setSize:size_of(hostSize)]; });
 }
 
-void set_representation_size_of_numbers(REALobjectStruct* object, double width, double height) {
+void setSizeOfNumbers(REALobjectStruct* object, double width, double height) {
     LightFrame([&] { [representation_of(object) setSize:narrowed_size(width, height)]; });
 }
 
-double representation_width(REALobjectStruct* object, REALword) {
+double width(REALobjectStruct* object, REALword) {
     NSImageRep* const representation = representation_of(object);
     if (!representation) return 0.0;
     return LightFrame([&]() -> double { return static_cast<float>([representation size].width); });
 }
 
-double representation_height(REALobjectStruct* object, REALword) {
+double height(REALobjectStruct* object, REALword) {
     NSImageRep* const representation = representation_of(object);
     if (!representation) return 0.0;
     return LightFrame([&]() -> double { return static_cast<float>([representation size].height); });
@@ -53,3 +55,5 @@ double representation_height(REALobjectStruct* object, REALword) {
 bool canInitWithData(REALmemoryBlockStruct* block) {
     return FullFrame([&]() -> bool { return [NSImageRep canInitWithData:NewNSData(block)]; });
 }
+
+} // namespace imagerep

@@ -8,6 +8,7 @@
 #include "sdk/tables.h"
 
 using namespace REALtables;
+using namespace nsimage;
 
 namespace {
 

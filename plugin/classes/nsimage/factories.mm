@@ -8,6 +8,8 @@
 #include "plugin/entry/exceptions.h"
 #include "plugin/entry/frames.h"
 
+namespace nsimage {
+
 namespace {
 
 /// The wrapper of the image that `makeImage` returns with one retain; null for nil, which is what
@@ -93,3 +95,5 @@ REALarrayStruct* imageTypes() {
 REALarrayStruct* imageUnfilteredTypes() {
     return string_array_of([] { return [NSImage imageUnfilteredTypes]; });
 }
+
+} // namespace nsimage

@@ -8,6 +8,8 @@
 #include "plugin/entry/frames.h"
 #include "plugin/entry/instances.h"
 
+namespace nsimage {
+
 namespace {
 
 /// Gives a new image, which may be nil, to an object without one.
@@ -106,3 +108,5 @@ bool initWithIconRef(REALobjectStruct* object, REALword icon) {
         return [[NSImage alloc] initWithIconRef:reinterpret_cast<IconRef>(icon)];
     });
 }
+
+} // namespace nsimage

@@ -5,6 +5,8 @@
 
 #include "sdk/types.h"
 
+namespace nsimage {
+
 // lifecycle.mm
 void NSImageConstructor(REALobjectStruct* image);
 void NSImageDestructor(REALobjectStruct* image);
@@ -64,3 +66,5 @@ REALmemoryBlockStruct* JPEGRepresentationWithCompressionFactor(REALobjectStruct*
 REALmemoryBlockStruct* TIFFRepresentation(REALobjectStruct* image);
 REALmemoryBlockStruct* TIFFRepresentationUsingCompression(REALobjectStruct* image,
                                                           REALword compression, double factor);
+
+} // namespace nsimage

@@ -5,6 +5,8 @@
 #include "plugin/classes/nsimage/members.h"
 #include "plugin/entry/frames.h"
 
+namespace nsimage {
+
 /// A new host object at every reading; null without an image.
 REALobjectStruct* size(REALobjectStruct* object, REALword) {
     NSImage* const image = image_of(object);
@@ -49,3 +51,5 @@ REALobjectStruct* backgroundColor(REALobjectStruct* object, REALword) {
 void setBackgroundColor(REALobjectStruct* object, REALword, REALobjectStruct* color) {
     LightFrame([&] { [image_of(object) setBackgroundColor:wrapped_object<NSColor>(color)]; });
 }
+
+} // namespace nsimage

@@ -5,6 +5,8 @@
 #include "plugin/entry/frames.h"
 #include "plugin/entry/references.h"
 
+namespace nsimage {
+
 namespace {
 
 /// Nil for null.
@@ -64,3 +66,5 @@ REALarrayStruct* representations(REALobjectStruct* object) {
     });
     return array.leak();
 }
+
+} // namespace nsimage

@@ -8,6 +8,8 @@
 #include "plugin/classes/nsimage/members.h"
 #include "plugin/entry/frames.h"
 
+namespace nsimage {
+
 namespace {
 
 /// The wrapper of the image that `message` returns.
@@ -80,3 +82,5 @@ REALmemoryBlockStruct* TIFFRepresentationUsingCompression(REALobjectStruct* obje
                                                   factor:static_cast<float>(factor)];
     });
 }
+
+} // namespace nsimage

@@ -117,6 +117,21 @@ TEST_F(TypedWrappers, AreReturnedWithoutAnotherReferenceWhereTheHostLocksNothing
     EXPECT_EQ(probe.host.references(first), 1);
 }
 
+CFMutableDictionaryRef lateDictionary(id, SEL) {
+    static const CFMutableDictionaryRef dictionary =
+        CFDictionaryCreateMutable(nullptr, 0, nullptr, nullptr);
+    return dictionary;
+}
+
+TEST_F(TypedWrappers, AreSharedAsSoonAsTheDictionaryIsThere) {
+    Wrappers probe({.withoutBase = true});
+    EXPECT_NE(probe.typed("Image", image).get(), probe.typed("Image", image).get());
+    class_addMethod(object_getClass([NSException class]), @selector(GetInstancesDictionaryZNT),
+                    (IMP)lateDictionary, "^v@:");
+    const host::ObjectRef first = probe.typed("Image", image);
+    EXPECT_EQ(probe.typed("Image", image), first);
+}
+
 class GenericWrappers : public testing::Test {
 protected:
     ~GenericWrappers() override { [representation release]; }

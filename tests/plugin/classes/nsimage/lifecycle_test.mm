@@ -1,3 +1,4 @@
+#include "plugin/classes/support/encoded.h"
 #include "plugin/classes/support/images.h"
 
 #include <filesystem>
@@ -126,6 +127,13 @@ TEST_F(ImageLifecycle, TheInitMethodsLeaveNoImageForBadInputEvenWhereThereWasOne
         EXPECT_EQ(Host::retainCount(first), 1);
         [first release];
     }
+}
+
+TEST_F(ImageLifecycle, OnlyIgnoringTheOrientationLeavesATurnedPhotoLyingDown) {
+    const host::ObjectRef photo = host.memoryBlock(oriented_jpeg(6, 4, 6));
+    const host::ObjectRef image = host.instance("NSImageZNT");
+    EXPECT_EQ(reading(image, "initWithData", photo), "4x6");
+    EXPECT_EQ(reading(image, "initWithDataIgnoringOrientation", photo), "6x4");
 }
 
 TEST_F(ImageLifecycle, InitWithSizeNarrowsToSinglePrecision) {

@@ -8,5 +8,8 @@
 std::vector<Pixel> decoded_png(const std::string& data);
 std::vector<Pixel> decoded_jpeg(const std::string& data);
 
+/// A grey JPEG made by libjpeg, with an EXIF orientation (1 to 8).
+std::string oriented_jpeg(unsigned width, unsigned height, int orientation);
+
 /// The compression field of a TIFF file's first page.
 unsigned long tiff_compression(const std::string& data);

@@ -1,6 +1,7 @@
 #include "plugin/classes/support/encoded.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include <jpeglib.h>
 #include <png.h>
@@ -42,6 +43,37 @@ std::vector<Pixel> decoded_jpeg(const std::string& data) {
     jpeg_finish_decompress(&decoder);
     jpeg_destroy_decompress(&decoder);
     return pixels;
+}
+
+std::string oriented_jpeg(unsigned width, unsigned height, int orientation) {
+    // A TIFF directory of one field: orientation, a short.
+    std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0?\0\0\0\0\0\0\0", 32);
+    exif[24] = static_cast<char>(orientation);
+
+    jpeg_error_mgr errors;
+    jpeg_compress_struct encoder;
+    encoder.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&encoder);
+    unsigned char* bytes = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&encoder, &bytes, &size);
+    encoder.image_width = width;
+    encoder.image_height = height;
+    encoder.input_components = 1;
+    encoder.in_color_space = JCS_GRAYSCALE;
+    jpeg_set_defaults(&encoder);
+    jpeg_start_compress(&encoder, TRUE);
+    jpeg_write_marker(&encoder, JPEG_APP0 + 1, reinterpret_cast<const JOCTET*>(exif.data()),
+                      static_cast<unsigned>(exif.size()));
+    std::vector<JSAMPLE> row(width, 128);
+    JSAMPROW source = row.data();
+    for (unsigned y = 0; y < height; ++y)
+        jpeg_write_scanlines(&encoder, &source, 1);
+    jpeg_finish_compress(&encoder);
+    jpeg_destroy_compress(&encoder);
+    std::string file(reinterpret_cast<const char*>(bytes), size);
+    std::free(bytes);
+    return file;
 }
 
 unsigned long tiff_compression(const std::string& data) {
