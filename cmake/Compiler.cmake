@@ -11,6 +11,10 @@ endif()
 if(NSIMAGE_SANITIZE)
   add_compile_options(-fsanitize=${NSIMAGE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   add_link_options(-fsanitize=${NSIMAGE_SANITIZE})
+  if(NSIMAGE_SANITIZE MATCHES "address")
+    target_sources(project_options INTERFACE
+      $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_CURRENT_LIST_DIR}/leak_suppressions.cpp>)
+  endif()
   # Objective-C objects have no C++ type information to compare with.
   if(NSIMAGE_SANITIZE MATCHES "undefined")
     add_compile_options(-fno-sanitize=vptr,function)

@@ -3,13 +3,6 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# What every test runs with; its own are added behind.
-set(test_environment "")
-if(NSIMAGE_SANITIZE MATCHES "address")
-  list(APPEND test_environment
-    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
-endif()
-
 # add_suite(NAME SOURCES file... [LIBRARIES target...])
 function(add_suite name)
   cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES" ${ARGN})
@@ -18,5 +11,5 @@ function(add_suite name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE
     PROJECT_SOURCE_DIR="${PROJECT_SOURCE_DIR}" PROJECT_BINARY_DIR="${CMAKE_BINARY_DIR}")
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120 ENVIRONMENT "${test_environment}")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
 endfunction()

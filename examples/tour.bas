@@ -89,16 +89,20 @@ Function SizeOf(image As NSImageZNT) As String
   Return Str(image.width) + " x " + Str(image.height)
 End Function
 
+Function PixelsOf(image As NSImageZNT) As String
+  Return Str(image.MaximumPixelWidth) + " x " + Str(image.MaximumPixelHeight)
+End Function
+
 ' Writes encoded bytes to a file, reads the file back and compares the sizes.
 Sub Keep(name As String, title As String, image As NSImageZNT, data As MemoryBlock)
   Dim file As FolderItem = folder.Child(name)
   file.WriteAll(data)
   Dim back As NSImageZNT = NSImageZNT.imageWithContentsOfFile(file)
-  Dim verdict As String = "same size when read back"
+  Dim verdict As String = "" + PixelsOf(image) + " pixels, the same when read back"
   If back Is Nil Then
     verdict = "CANNOT BE READ BACK"
-  ElseIf back.width <> image.width Or back.height <> image.height Then
-    verdict = "READ BACK AS " + SizeOf(back)
+  ElseIf PixelsOf(back) <> PixelsOf(image) Then
+    verdict = "READ BACK AS " + PixelsOf(back)
   End If
   Print "  " + name + ": " + Str(data.Size) + " bytes, " + verdict
 

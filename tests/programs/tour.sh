@@ -14,7 +14,7 @@ grep -q "NilObjectException: Path is empty" <<<"$printed" || fail "no exception 
 grep -q "OutOfBoundsException: Parameter index to method RepresentationHeight is too big. Range is 0 to 0, but value is 1." <<<"$printed" ||
     fail "no range was told"
 
-# The photo is 1600 x 1067: a landscape keeps the width that was asked for.
+# The photo is 1500 x 1000: a landscape keeps the width that was asked for.
 for png in fitted:480x320 squeezed:480x240 flipped:480x320 thumbnail:120x80 faded:480x320; do
     name=${png%%:*} size=${png##*:}
     pngcheck -q "$out/$name.png" || fail "$name.png is not valid"

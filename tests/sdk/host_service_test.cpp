@@ -22,12 +22,21 @@ void* resolve(const char* name) {
     return nullptr;
 }
 
-TEST(HostService, GivesTheNeutralValueBeforeThereIsAResolver) {
+class HostService : public testing::Test {
+protected:
+    HostService() {
+        lookups = 0;
+        offered = false;
+        gResolver = nullptr;
+    }
+};
+
+TEST_F(HostService, GivesTheNeutralValueBeforeThereIsAResolver) {
     REALhostService service(REALservices::GetRBVersion);
     EXPECT_EQ(service(), 0.0);
 }
 
-TEST(HostService, IsLookedUpAgainOnEveryUseWhileMissing) {
+TEST_F(HostService, IsLookedUpAgainOnEveryUseWhileMissing) {
     gResolver = resolve;
     REALhostService service(REALservices::GetRBVersion);
     EXPECT_EQ(service(), 0.0);
@@ -38,7 +47,7 @@ TEST(HostService, IsLookedUpAgainOnEveryUseWhileMissing) {
     EXPECT_EQ(lookups, 3);
 }
 
-TEST(HostService, IsLookedUpOnceWhenThere) {
+TEST_F(HostService, IsLookedUpOnceWhenThere) {
     gResolver = resolve;
     offered = true;
     REALhostService service(REALservices::GetStringEncoding);
@@ -49,7 +58,7 @@ TEST(HostService, IsLookedUpOnceWhenThere) {
     EXPECT_EQ(lookups, 1);
 }
 
-TEST(HostService, HasANameOfItsOwnInTheList) {
+TEST_F(HostService, HasANameOfItsOwnInTheList) {
     std::set<std::string> names;
 #define COUNT_NAME(identifier, text, result, parameters)                                           \
     EXPECT_TRUE(names.insert(REALservices::identifier.name).second) << text;
