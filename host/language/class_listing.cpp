@@ -29,7 +29,7 @@ std::string describe(std::string_view kind, const Property& property) {
 
 /// A plug-in's method is shown as the plug-in declares it.
 std::string declarationOf(const Method& method, const std::vector<RawRecord>* records) {
-    const std::string text = method.signature.text();
+    std::string text = method.signature.text();
     if (!records || !method.function) return text;
     for (const RawRecord& record : *records) {
         const auto* const declaration = reinterpret_cast<const char*>(record[2]);

@@ -101,17 +101,17 @@ std::partial_ordering order(const Value& left, const Value& right) {
 bool holds(BinaryOperator operation, std::partial_ordering order) {
     switch (operation) {
     case BinaryOperator::Equal:
-        return order == 0;
+        return std::is_eq(order);
     case BinaryOperator::NotEqual:
-        return order != 0;
+        return std::is_neq(order);
     case BinaryOperator::Less:
-        return order < 0;
+        return std::is_lt(order);
     case BinaryOperator::LessOrEqual:
-        return order <= 0;
+        return std::is_lteq(order);
     case BinaryOperator::Greater:
-        return order > 0;
+        return std::is_gt(order);
     default:
-        return order >= 0;
+        return std::is_gteq(order);
     }
 }
 
@@ -303,7 +303,7 @@ Value apply(BinaryOperator operation, const Value& leftValue, const Value& right
 }
 
 Value apply(UnaryOperator operation, const Value& operandValue) {
-    const Value operand = numeric(operandValue);
+    Value operand = numeric(operandValue);
     const std::optional<Type> type = resultType(operation, operand.type());
     if (!type)
         raise("TypeMismatchException",

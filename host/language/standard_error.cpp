@@ -13,7 +13,7 @@ struct Stream : State {
     TextSink sink;
 };
 
-void write(REALobjectStruct* self, std::string text) {
+void write(REALobjectStruct* self, const std::string& text) {
     const auto* stream = stateOf<Stream>(self);
     if (stream->sink) stream->sink(text);
 }
