@@ -2,7 +2,7 @@
 
 #include "cocoa/CoreFoundation/type_ids.h"
 
-#include <cstdlib>
+#include <CoreFoundation/CoreFoundation.h>
 
 /// Only the addresses of these matter.
 struct __CFAllocator {
@@ -77,3 +77,17 @@ TOLL_FREE(NSArray, typeOfArray)
 TOLL_FREE(NSDictionary, typeOfDictionary)
 TOLL_FREE(NSDate, typeOfDate)
 TOLL_FREE(NSURL, typeOfURL)
+TOLL_FREE(NSSet, typeOfSet)
+TOLL_FREE(NSAttributedString, typeOfAttributedString)
+TOLL_FREE(NSError, typeOfError)
+TOLL_FREE(NSTimeZone, typeOfTimeZone)
+TOLL_FREE(NSCharacterSet, typeOfCharacterSet)
+
+CFTypeID CFBundleGetTypeID(void) { return cocoa::typeOfBundle; }
+CFTypeID CFUUIDGetTypeID(void) { return cocoa::typeOfUUID; }
+CFTypeID CFBagGetTypeID(void) { return cocoa::typeOfBag; }
+CFTypeID CFSetGetTypeID(void) { return cocoa::typeOfSet; }
+CFTypeID CFErrorGetTypeID(void) { return cocoa::typeOfError; }
+CFTypeID CFTimeZoneGetTypeID(void) { return cocoa::typeOfTimeZone; }
+CFTypeID CFCharacterSetGetTypeID(void) { return cocoa::typeOfCharacterSet; }
+CFTypeID CFAttributedStringGetTypeID(void) { return cocoa::typeOfAttributedString; }

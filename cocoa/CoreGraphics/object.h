@@ -11,7 +11,7 @@
 
 namespace cocoa::cg {
 
-enum class Kind { ColorSpace, Color, DataProvider, Image, Context };
+enum class Kind { ColorSpace, Color, DataProvider, Image, Context, DataConsumer, Layer };
 
 class Body {
 public:

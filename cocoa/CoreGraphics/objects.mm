@@ -60,8 +60,16 @@ CG_OBJECT_CLASS(CGColor)
 CG_OBJECT_CLASS(CGDataProvider)
 CG_OBJECT_CLASS(CGImage)
 CG_OBJECT_CLASS(CGContext)
+CG_OBJECT_CLASS(CGDataConsumer)
+CG_OBJECT_CLASS(CGLayer)
 
 #undef CG_OBJECT_CLASS
+
+// Types that no object is of.
+
+CFTypeID CGFontGetTypeID(void) { return cocoa::typeOfCGFont; }
+
+CFTypeID CGPSConverterGetTypeID(void) { return cocoa::typeOfCGPSConverter; }
 
 const CFStringRef kCGColorSpaceGenericGray = (CFStringRef) @"kCGColorSpaceGenericGray";
 const CFStringRef kCGColorSpaceGenericGrayGamma2_2 =
@@ -84,6 +92,10 @@ static Class classOf(Kind kind) {
         return [CGImageObject class];
     case Kind::Context:
         return [CGContextObject class];
+    case Kind::DataConsumer:
+        return [CGDataConsumerObject class];
+    case Kind::Layer:
+        return [CGLayerObject class];
     }
     return Nil;
 }
