@@ -83,6 +83,12 @@ inline constexpr const char* REALpluginEntryName = "REALPluginMain";
     SERVICE(SingleToVariant, "SingleToVariant", REALobjectStruct*, (float value))                                                       \
     SERVICE(DoubleToVariant, "DoubleToVariant", REALobjectStruct*, (double value))                                                      \
     SERVICE(BooleanToVariant, "BooleanToVariant", REALobjectStruct*, (std::uint8_t value))                                              \
+    /* A Variant as a value of the type, converted as an assignment converts it; neutral when it holds nothing of the kind. */          \
+    SERVICE(VariantToInt32, "VariantToInt32", std::int32_t, (REALobjectStruct * value))                                                 \
+    SERVICE(VariantToInt64, "VariantToInt64", std::int64_t, (REALobjectStruct * value))                                                 \
+    SERVICE(VariantToSingle, "VariantToSingle", float, (REALobjectStruct * value))                                                      \
+    SERVICE(VariantToDouble, "VariantToDouble", double, (REALobjectStruct * value))                                                     \
+    SERVICE(VariantToString, "VariantToString", REALstringStruct*, (REALobjectStruct * value))                                          \
     /* Arrays. The two procedure services return functions of the element type's shape. */                                              \
     SERVICE(ArrayUBound, "RuntimeUBound", std::int32_t, (REALarrayStruct * array))                                                      \
     SERVICE(ArrayInsertProc, "RuntimeArrayDirectGetInsertProc", void*, (REALarrayStruct * array))                                       \

@@ -25,7 +25,13 @@ struct REALmemoryBlockStruct : REALobjectStruct {};
 struct REALfolderItemStruct : REALobjectStruct {};
 struct REALdictionaryStruct : REALobjectStruct {};
 struct REALdateStruct : REALobjectStruct {};
-struct REALarrayStruct : REALobjectStruct {};
+
+/// A one-dimensional array. On hosts up to version 2013.9 an array may carry its element getter, a
+/// function of the same shape as the one of RuntimeArrayDirectGetGetProc, or else null; on later
+/// hosts the word means nothing to a plug-in.
+struct REALarrayStruct : REALobjectStruct {
+    void* elementGetter;
+};
 
 /// A reference to a host class, as the host looks it up by name. Never owned.
 struct REALclassStruct;
@@ -86,6 +92,12 @@ using REALarrayInsertString = void (*)(REALarrayStruct* array, std::int32_t inde
                                        REALstringStruct* element);
 using REALarrayInsertObject = void (*)(REALarrayStruct* array, std::int32_t index,
                                        REALobjectStruct* element);
+
+/// What RuntimeArrayDirectGetGetProc returns. Elements pass as the kind that the array's VarType
+/// names, unsigned integers as std::int64_t. A string or an object carries a reference for the
+/// caller.
+template <typename Element>
+using REALarrayGet = Element (*)(REALarrayStruct* array, std::int32_t index);
 
 /// The class data of an object whose class has no superclass; sibling plug-in parts reach each
 /// other's data this way.

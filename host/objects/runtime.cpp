@@ -76,6 +76,7 @@ void Runtime::defineClasses() {
     auto& root = addClass(std::make_unique<Class>("Object"));
     arrayClass_ = std::make_unique<Class>("Array", &root);
     arrayClass_->makeState = [] { return std::make_unique<Array>(); };
+    arrayClass_->dataSize = sizeof(REALarrayStruct) - sizeof(REALobjectStruct);
     variantClass_ = std::make_unique<Class>("Variant", &root);
     defineVariant(*variantClass_);
     defineExceptions(*this);

@@ -54,6 +54,11 @@ REALobjectStruct* uint64ToVariant(std::uint64_t value);
 REALobjectStruct* singleToVariant(float value);
 REALobjectStruct* doubleToVariant(double value);
 REALobjectStruct* booleanToVariant(std::uint8_t value);
+std::int32_t variantToInt32(REALobjectStruct* value);
+std::int64_t variantToInt64(REALobjectStruct* value);
+float variantToSingle(REALobjectStruct* value);
+double variantToDouble(REALobjectStruct* value);
+REALstringStruct* variantToString(REALobjectStruct* value);
 
 // Arrays
 std::int32_t arrayUBound(REALarrayStruct* array);
