@@ -11,6 +11,11 @@ extern REALclassDefinition sizeClass;  ///< NSSizeZNT: width, height, as 32-bit 
 extern REALclassDefinition pointClass; ///< NSPointZNT: x, y, as 32-bit floats
 extern REALclassDefinition rectClass;  ///< NSRectZNT: x, y, width, height, as 32-bit floats
 extern REALclassDefinition rangeClass; ///< NSRangeZNT: location, length, as unsigned 32 bits
+extern REALclassDefinition qtTimeClass;        ///< QTKitTimeZNT: a QTTime
+extern REALclassDefinition qtTimeRangeClass;   ///< QTKitTimeRangeZNT: a QTTimeRange
+extern REALclassDefinition cmTimeClass;        ///< CMTimeZNT: a CMTime
+extern REALclassDefinition cmTimeRangeClass;   ///< CMTimeRangeZNT: a CMTimeRange
+extern REALclassDefinition cmTimeMappingClass; ///< CMTimeMappingZNT: a CMTimeMapping
 
 // Wrappers: the first word of the instance data holds the retained object.
 extern REALclassDefinition colorSpaceClass; ///< NSColorSpaceZNT

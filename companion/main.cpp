@@ -8,7 +8,9 @@
 extern "C" __attribute__((visibility("default"))) void REALPluginMain(REALresolver resolver) {
     REALregistration::take_up_host(resolver);
     using namespace base_part;
-    for (REALclassDefinition* definition : {&sizeClass, &pointClass, &rectClass, &rangeClass,
-                                            &colorSpaceClass, &colorClass, &imageClass})
+    for (REALclassDefinition* definition :
+         {&sizeClass, &pointClass, &rectClass, &rangeClass, &qtTimeClass, &qtTimeRangeClass,
+          &cmTimeClass, &cmTimeRangeClass, &cmTimeMappingClass, &colorSpaceClass, &colorClass,
+          &imageClass})
         MyREALRegisterClass(*definition);
 }
