@@ -52,24 +52,14 @@ NSImageRep* bestFor(NSArray* representations, CGSize pixels) {
 
 /// A picture over an opaque or half-opaque colour; null when there is not enough memory.
 OwnedRef<CGImageRef> overColor(CGImageRef image, NSColor* color) {
-    const auto width = static_cast<NSInteger>(CGImageGetWidth(image));
-    const auto height = static_cast<NSInteger>(CGImageGetHeight(image));
-    auto bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
-        initWithBitmapDataPlanes:nullptr
-                      pixelsWide:width
-                      pixelsHigh:height
-                   bitsPerSample:8
-                 samplesPerPixel:4
-                        hasAlpha:YES
-                        isPlanar:NO
-                  colorSpaceName:NSCalibratedRGBColorSpace
-                     bytesPerRow:0
-                    bitsPerPixel:0]);
+    const auto width = static_cast<CGFloat>(CGImageGetWidth(image));
+    const auto height = static_cast<CGFloat>(CGImageGetHeight(image));
+    const auto bitmap = makeCanvas(width, height);
     const auto port = OwnedRef<CGContextRef>::adopt([bitmap.get() newDrawingPort]);
     const auto fill = OwnedRef<CGColorRef>::adopt(
         [[color colorUsingColorSpaceName:NSCalibratedRGBColorSpace] newCGColor]);
     if (!port || !fill) return {};
-    const CGRect all = CGRectMake(0, 0, static_cast<CGFloat>(width), static_cast<CGFloat>(height));
+    const CGRect all = CGRectMake(0, 0, width, height);
     CGContextSetFillColorWithColor(port.get(), fill.get());
     CGContextFillRect(port.get(), all);
     CGContextDrawImage(port.get(), all, image);

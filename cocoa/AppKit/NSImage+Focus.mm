@@ -43,20 +43,7 @@ Owned<NSBitmapImageRep*> makeBitmap(NSSize size) {
     const auto width = pixelsFor(size.width);
     const auto height = pixelsFor(size.height);
     if (!width || !height) return {};
-    if (static_cast<double>(*width) * static_cast<double>(*height) >
-        static_cast<double>(cocoa::codecs::maximumPixels))
-        return {};
-    auto bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
-        initWithBitmapDataPlanes:nullptr
-                      pixelsWide:*width
-                      pixelsHigh:*height
-                   bitsPerSample:8
-                 samplesPerPixel:4
-                        hasAlpha:YES
-                        isPlanar:NO
-                  colorSpaceName:NSCalibratedRGBColorSpace
-                     bytesPerRow:0
-                    bitsPerPixel:0]);
+    auto bitmap = makeCanvas(static_cast<CGFloat>(*width), static_cast<CGFloat>(*height));
     [bitmap.get() setSize:size];
     return bitmap;
 }

@@ -9,31 +9,6 @@
 
 using namespace cocoa::appkit;
 
-namespace {
-
-/// A bitmap to render into; nil for sides without pixels and for too many pixels.
-Owned<NSBitmapImageRep*> makeCanvas(CGSize pixels) {
-    const CGFloat wide = std::ceil(pixels.width);
-    const CGFloat high = std::ceil(pixels.height);
-    if (!(wide >= 1) || !(high >= 1)) return {};
-    if (static_cast<double>(wide) * static_cast<double>(high) >
-        static_cast<double>(cocoa::codecs::maximumPixels))
-        return {};
-    return Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
-        initWithBitmapDataPlanes:nullptr
-                      pixelsWide:static_cast<NSInteger>(wide)
-                      pixelsHigh:static_cast<NSInteger>(high)
-                   bitsPerSample:8
-                 samplesPerPixel:4
-                        hasAlpha:YES
-                        isPlanar:NO
-                  colorSpaceName:NSCalibratedRGBColorSpace
-                     bytesPerRow:0
-                    bitsPerPixel:0]);
-}
-
-} // namespace
-
 @implementation NSImageRep
 
 - (void)dealloc {
@@ -160,7 +135,7 @@ Owned<NSBitmapImageRep*> makeCanvas(CGSize pixels) {
 
 - (CGImageRef)newTransientImageOfPixels:(CGSize)pixels {
     if (!(_size.width > 0) || !(_size.height > 0)) return nullptr;
-    const auto canvas = makeCanvas(pixels);
+    const auto canvas = makeCanvas(pixels.width, pixels.height);
     NSGraphicsContext* target =
         canvas.get() ? [NSGraphicsContext contextWithBitmap:canvas size:_size flipped:NO] : nil;
     if (!target) return nullptr;

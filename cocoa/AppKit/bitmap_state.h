@@ -27,6 +27,10 @@ namespace cocoa::appkit {
 /// `upright`: turned as the orientation that a page states demands.
 NSArray* bitmapRepsOfData(Class repClass, NSData* data, bool upright, bool firstPageOnly);
 
+/// A transparent bitmap to draw into, 8-bit premultiplied RGBA, the sides rounded up to whole
+/// pixels; nil for sides without pixels and for more pixels than an image may have.
+Owned<NSBitmapImageRep*> makeCanvas(CGFloat pixelsWide, CGFloat pixelsHigh);
+
 } // namespace cocoa::appkit
 
 @interface NSBitmapImageRep (Private)

@@ -1,5 +1,8 @@
 #include "cocoa/AppKit/graphics.h"
 
+#include "cocoa/AppKit/bitmap_state.h"
+#include "cocoa/codecs/codec.h"
+
 #import <AppKit/NSImage.h>
 
 #include <cmath>
@@ -49,6 +52,26 @@ NSImageInterpolation interpolationOf(NSGraphicsContext* context, NSDictionary* h
 }
 
 } // namespace
+
+Owned<NSBitmapImageRep*> makeCanvas(CGFloat pixelsWide, CGFloat pixelsHigh) {
+    const CGFloat wide = std::ceil(pixelsWide);
+    const CGFloat high = std::ceil(pixelsHigh);
+    if (!(wide >= 1) || !(high >= 1)) return {};
+    if (static_cast<double>(wide) * static_cast<double>(high) >
+        static_cast<double>(codecs::maximumPixels))
+        return {};
+    return Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
+        initWithBitmapDataPlanes:nullptr
+                      pixelsWide:static_cast<NSInteger>(wide)
+                      pixelsHigh:static_cast<NSInteger>(high)
+                   bitsPerSample:8
+                 samplesPerPixel:4
+                        hasAlpha:YES
+                        isPlanar:NO
+                  colorSpaceName:NSCalibratedRGBColorSpace
+                     bytesPerRow:0
+                    bitsPerPixel:0]);
+}
 
 CGBlendMode blendMode(NSCompositingOperation operation) {
     switch (operation) {
