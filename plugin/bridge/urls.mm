@@ -43,9 +43,8 @@ CFReference<CFURLRef> url_of_item(REALfolderItemStruct* item) {
     if (REALFSRefFromFolderItem(item, &reference, &name) && name.length > 0)
         return url_of_new_item(reference, name);
 
-    FSSpec specification = {};
-    if (REALFSSpecFromFolderItem(item, &specification) &&
-        FSpMakeFSRef(&specification, &reference) == noErr)
+    FSSpec fileSpec = {};
+    if (REALFSSpecFromFolderItem(item, &fileSpec) && FSpMakeFSRef(&fileSpec, &reference) == noErr)
         return url_of(reference);
     return {};
 }
@@ -62,11 +61,10 @@ REALfolderItemStruct* item_of_existing(const FSRef& reference) {
             FSGetCatalogInfo(&parent, kFSCatInfoNone, nullptr, nullptr, nullptr, nullptr) == noErr)
             return REALFolderItemFromParentFSRef(&parent, &name);
     }
-    FSSpec specification = {};
-    if (FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, &specification, nullptr) !=
-        noErr)
+    FSSpec fileSpec = {};
+    if (FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, &fileSpec, nullptr) != noErr)
         return nullptr;
-    return REALFolderItemFromFSSpec(&specification);
+    return REALFolderItemFromFSSpec(&fileSpec);
 }
 
 REALfolderItemStruct* item_of_new(CFURLRef url) {
