@@ -84,10 +84,6 @@ TOLL_FREE(NSTimeZone, typeOfTimeZone)
 TOLL_FREE(NSCharacterSet, typeOfCharacterSet)
 
 CFTypeID CFBundleGetTypeID(void) { return cocoa::typeOfBundle; }
-CFTypeID CFUUIDGetTypeID(void) { return cocoa::typeOfUUID; }
-CFTypeID CFBagGetTypeID(void) { return cocoa::typeOfBag; }
-CFTypeID CFSetGetTypeID(void) { return cocoa::typeOfSet; }
-CFTypeID CFErrorGetTypeID(void) { return cocoa::typeOfError; }
 CFTypeID CFTimeZoneGetTypeID(void) { return cocoa::typeOfTimeZone; }
 CFTypeID CFCharacterSetGetTypeID(void) { return cocoa::typeOfCharacterSet; }
 CFTypeID CFAttributedStringGetTypeID(void) { return cocoa::typeOfAttributedString; }
