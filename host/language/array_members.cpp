@@ -13,7 +13,14 @@
 namespace host::language {
 namespace {
 
+void checkRoomForOneMore(const Array& array) {
+    if (array.elements.size() >= static_cast<std::size_t>(maximumElementCount))
+        raise("OutOfMemoryException", "An array cannot have more than " +
+                                          std::to_string(maximumElementCount) + " elements");
+}
+
 Value append(Array& array, std::span<Value> arguments) {
+    checkRoomForOneMore(array);
     array.elements.push_back(std::move(arguments[0]));
     return {};
 }
@@ -24,6 +31,7 @@ Value insert(Array& array, std::span<Value> arguments) {
     if (index < 0 || index > count)
         raise("OutOfBoundsException", "The index to insert at is " + std::to_string(index) +
                                           ", but must be from 0 to " + std::to_string(count));
+    checkRoomForOneMore(array);
     array.elements.insert(array.elements.begin() + index, std::move(arguments[1]));
     return {};
 }

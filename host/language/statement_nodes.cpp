@@ -1,5 +1,6 @@
 #include "host/language/statement_nodes.h"
 
+#include "host/language/array_members.h"
 #include "host/language/operators.h"
 #include "host/language/value_nodes.h"
 #include "host/objects/runtime.h"
@@ -55,12 +56,10 @@ void resize(Array& array, std::int64_t upperBound) {
     if (upperBound < -1)
         raise("OutOfBoundsException", "An array's upper bound cannot be " +
                                           std::to_string(upperBound) + "; -1 makes it empty");
-    // A gigabyte on a 64-bit host.
-    constexpr std::int64_t maximumCount = std::int64_t{1} << 26;
-    if (upperBound >= maximumCount)
+    if (upperBound >= maximumElementCount)
         raise("OutOfMemoryException", "An array cannot have the upper bound " +
                                           std::to_string(upperBound) + "; it can have " +
-                                          std::to_string(maximumCount) + " elements");
+                                          std::to_string(maximumElementCount) + " elements");
     try {
         array.elements.resize(static_cast<std::size_t>(upperBound + 1),
                               neutralValue(array.elementType));
@@ -377,7 +376,7 @@ private:
         ObjectRef exception;
         const CatchBranch* handler = nullptr;
         try {
-            return parts_.body.execute(machine);
+            return executeWithinMemory(parts_.body, machine);
         } catch (const Raised& raised) {
             handler = handlerFor(raised);
             if (!handler) throw;
@@ -385,7 +384,17 @@ private:
         }
         if (handler->variable) handler->variable->assign(machine, std::move(exception));
         exception = nullptr;
-        return handler->body.execute(machine);
+        return executeWithinMemory(handler->body, machine);
+    }
+
+    /// A program can handle that memory ran out, as it can any exception: what the block held is
+    /// free again by then.
+    static Flow executeWithinMemory(const BlockNode& block, Machine& machine) {
+        try {
+            return block.execute(machine);
+        } catch (const std::bad_alloc&) {
+            raise("OutOfMemoryException", "There is no memory left");
+        }
     }
 
     const CatchBranch* handlerFor(const Raised& raised) const {

@@ -3,14 +3,10 @@
 #include "host/objects/runtime.h"
 
 #include <algorithm>
-#include <cwctype>
-#include <locale.h>
 #include <utility>
 
 namespace host::language {
 namespace {
-
-constexpr char32_t replacement = 0xFFFD;
 
 bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
@@ -19,37 +15,7 @@ bool isASCII(std::string_view bytes) {
                         [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
 }
 
-/// The code point that these bytes, one character, stand for.
-char32_t decode(std::string_view bytes) {
-    if (bytes.empty()) return 0;
-    const auto lead = static_cast<unsigned char>(bytes[0]);
-    if (lead < 0x80) return lead;
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-    if (length == 1 || bytes.size() != length) return replacement;
-    char32_t character = lead & (0x7F >> length);
-    for (std::size_t i = 1; i < length; ++i)
-        character = character << 6 | (static_cast<unsigned char>(bytes[i]) & 0x3F);
-    return character;
-}
-
-locale_t unicodeLocale() {
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    return locale;
-}
-
 } // namespace
-
-char32_t lowerCase(char32_t character) {
-    if (character < 0x80 || !unicodeLocale())
-        return character >= U'A' && character <= U'Z' ? character + 32 : character;
-    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), unicodeLocale()));
-}
-
-char32_t upperCase(char32_t character) {
-    if (character < 0x80 || !unicodeLocale())
-        return character >= U'a' && character <= U'z' ? character - 32 : character;
-    return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), unicodeLocale()));
-}
 
 Characters::Characters(const StringRef& text)
     : kept_(text)
@@ -82,7 +48,7 @@ char32_t Characters::at(std::size_t index) const {
     const std::string_view character = slice(index, 1);
     if (encoding_ != REALtextEncodingUTF8)
         return character.empty() ? 0 : static_cast<unsigned char>(character[0]);
-    return decode(character);
+    return codePoint(character);
 }
 
 const std::u32string& Characters::folded() const {
@@ -166,32 +132,13 @@ StringRef mapped(const StringRef& text, char32_t (*map)(char32_t)) {
     } else {
         for (std::size_t i = 0; i < characters.count(); ++i) {
             const char32_t character = characters.at(i);
-            if (character == replacement)
+            if (character == replacementCharacter)
                 bytes += characters.slice(i, 1);
             else
                 appendUTF8(bytes, map(character));
         }
     }
     return makeText(bytes, characters.encoding());
-}
-
-void appendUTF8(std::string& text, char32_t character) {
-    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
-    if (character < 0x80) {
-        put(character);
-    } else if (character < 0x800) {
-        put(0xC0 | character >> 6);
-        put(0x80 | (character & 0x3F));
-    } else if (character < 0x10000) {
-        put(0xE0 | character >> 12);
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    } else {
-        put(0xF0 | character >> 18);
-        put(0x80 | (character >> 12 & 0x3F));
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    }
 }
 
 } // namespace host::language

@@ -55,11 +55,7 @@ StringRef joinedText(const StringRef& left, const StringRef& right);
 /// Less than, equal to or greater than 0. Letters compare without regard to case.
 int compareText(const StringRef& left, const StringRef& right);
 
-char32_t lowerCase(char32_t character);
-char32_t upperCase(char32_t character);
 /// Every character mapped; in the text's own encoding.
 StringRef mapped(const StringRef& text, char32_t (*map)(char32_t));
-
-void appendUTF8(std::string& text, char32_t character);
 
 } // namespace host::language

@@ -10,6 +10,8 @@ void defineVariant(Class& variant);
 void defineExceptions(Runtime& runtime);
 void defineMemoryBlock(Runtime& runtime);
 void defineFolderItem(Runtime& runtime);
+void defineDate(Runtime& runtime);
+void defineDictionary(Runtime& runtime);
 /// Application on the desktop, ConsoleApplication in a console.
 void defineApplication(Runtime& runtime);
 /// The functions of no class that plug-ins load.

@@ -82,6 +82,8 @@ void Runtime::defineClasses() {
     defineExceptions(*this);
     defineMemoryBlock(*this);
     defineFolderItem(*this);
+    defineDate(*this);
+    defineDictionary(*this);
     defineApplication(*this);
     defineFunctions(*this);
 }

@@ -5,7 +5,9 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <algorithm>
+#include <cwctype>
 #include <limits>
+#include <locale.h>
 
 namespace host {
 
@@ -19,6 +21,11 @@ bool isASCII(std::string_view bytes) {
 bool extendsASCII(std::uint32_t encoding) {
     return encoding == REALtextEncodingASCII || encoding == REALtextEncodingUTF8 ||
            encoding == REALtextEncodingMacRoman;
+}
+
+locale_t unicodeLocale() {
+    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale;
 }
 
 } // namespace
@@ -92,6 +99,67 @@ std::optional<std::string> convertText(std::string_view bytes, std::uint32_t fro
     }
     CFRelease(text);
     return converted;
+}
+
+char32_t codePoint(std::string_view bytes) {
+    if (bytes.empty()) return 0;
+    const auto lead = static_cast<unsigned char>(bytes[0]);
+    if (lead < 0x80) return lead;
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    if (length == 1 || bytes.size() != length) return replacementCharacter;
+    char32_t character = lead & (0x7F >> length);
+    for (std::size_t i = 1; i < length; ++i)
+        character = character << 6 | (static_cast<unsigned char>(bytes[i]) & 0x3F);
+    return character;
+}
+
+void appendUTF8(std::string& text, char32_t character) {
+    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
+    if (character < 0x80) {
+        put(character);
+    } else if (character < 0x800) {
+        put(0xC0 | character >> 6);
+        put(0x80 | (character & 0x3F));
+    } else if (character < 0x10000) {
+        put(0xE0 | character >> 12);
+        put(0x80 | (character >> 6 & 0x3F));
+        put(0x80 | (character & 0x3F));
+    } else {
+        put(0xF0 | character >> 18);
+        put(0x80 | (character >> 12 & 0x3F));
+        put(0x80 | (character >> 6 & 0x3F));
+        put(0x80 | (character & 0x3F));
+    }
+}
+
+char32_t lowerCase(char32_t character) {
+    if (character < 0x80 || !unicodeLocale())
+        return character >= U'A' && character <= U'Z' ? character + 32 : character;
+    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), unicodeLocale()));
+}
+
+char32_t upperCase(char32_t character) {
+    if (character < 0x80 || !unicodeLocale())
+        return character >= U'a' && character <= U'z' ? character - 32 : character;
+    return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), unicodeLocale()));
+}
+
+std::string foldedCase(std::string_view utf8) {
+    std::string folded;
+    folded.reserve(utf8.size());
+    for (std::size_t start = 0; start < utf8.size();) {
+        std::size_t end = start + 1;
+        while (end < utf8.size() && (static_cast<unsigned char>(utf8[end]) & 0xC0) == 0x80)
+            ++end;
+        const std::string_view bytes = utf8.substr(start, end - start);
+        const char32_t character = codePoint(bytes);
+        if (character == replacementCharacter)
+            folded += bytes;
+        else
+            appendUTF8(folded, lowerCase(character));
+        start = end;
+    }
+    return folded;
 }
 
 } // namespace host

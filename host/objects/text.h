@@ -50,6 +50,17 @@ private:
 /// The bytes of a host string; empty for null and for one that is dead.
 std::string_view bytesOf(const REALstringStruct* string);
 
+/// Stands for bytes that are no character.
+inline constexpr char32_t replacementCharacter = 0xFFFD;
+/// The code point that these bytes, one character of UTF-8, stand for.
+char32_t codePoint(std::string_view character);
+void appendUTF8(std::string& text, char32_t character);
+
+char32_t lowerCase(char32_t character);
+char32_t upperCase(char32_t character);
+/// Equal for texts that the language holds equal, which ignores case.
+std::string foldedCase(std::string_view utf8);
+
 /// Text in another encoding; nothing when either encoding is unknown or the text has no such form.
 std::optional<std::string> convertText(std::string_view bytes, std::uint32_t from,
                                        std::uint32_t to);

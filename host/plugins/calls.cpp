@@ -107,22 +107,20 @@ Value stringFrom(void* pointer, const Type& type, bool adopted, std::string_view
 
 /// An array that a plug-in made holds objects of any kind; what it is declared as decides its type,
 /// when all of its elements are of that.
-bool retype(Array& array, const Type& elementType) {
+bool retype(REALobjectStruct* object, const Type& elementType) {
+    Array& array = *stateOf<Array>(object);
     if (array.elementType == elementType) return true;
     if (array.elementType.kind != Kind::Variant) return false;
     for (const Value& element : array.elements)
         if (!convert(element, elementType)) return false;
     for (Value& element : array.elements)
         element = *convert(element, elementType);
-    array.elementType = elementType;
+    setElementType(object, elementType);
     return true;
 }
 
 bool fits(const ObjectRef& object, const Type& type) {
-    if (type.isArray) {
-        Array* const array = stateOf<Array>(object);
-        return array && retype(*array, type.element());
-    }
+    if (type.isArray) return stateOf<Array>(object) && retype(object.get(), type.element());
     if (type.kind == Kind::Variant || type.className.empty()) return true;
     return isA(object.get(), Runtime::current().findClass(type.className));
 }

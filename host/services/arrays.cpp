@@ -1,3 +1,5 @@
+#include "host/services/arrays.h"
+
 #include "host/objects/array.h"
 #include "host/objects/runtime.h"
 #include "host/services/arguments.h"
@@ -5,7 +7,7 @@
 
 #include <limits>
 
-namespace host::exports {
+namespace host {
 
 namespace {
 
@@ -46,85 +48,121 @@ Value elementAt(REALarrayStruct* object, std::int32_t index, const Type& type) {
         .value_or(neutralValue(type));
 }
 
-constexpr std::string_view inserting = "the array's insert procedure";
-constexpr std::string_view getting = "the array's get procedure";
+/// How elements of a kind pass: as which C type, and to and from a Value.
+template <Kind kind, typename Element>
+struct Passing {
+    static Value in(Element element) { return element; }
+    static Element out(const Value& value) { return *value.get<Element>(); }
+    static bool accepts(Element) { return true; }
+    static constexpr Kind as = kind;
+};
 
-/// The two procedures for elements that pass as the C type `Element`.
-template <typename Element, Kind kind>
+template <>
+struct Passing<Kind::Currency, std::int64_t> {
+    static Value in(std::int64_t element) { return Currency{element}; }
+    static std::int64_t out(const Value& value) { return value.get<Currency>()->tenThousandths; }
+    static bool accepts(std::int64_t) { return true; }
+    static constexpr Kind as = Kind::Currency;
+};
+
+template <>
+struct Passing<Kind::Color, std::uint32_t> {
+    static Value in(std::uint32_t element) { return Color{element & 0xFFFFFF}; }
+    static std::uint32_t out(const Value& value) { return value.get<Color>()->rgb; }
+    static bool accepts(std::uint32_t) { return true; }
+    static constexpr Kind as = Kind::Color;
+};
+
+template <>
+struct Passing<Kind::String, REALstringStruct*> {
+    static Value in(REALstringStruct* element) { return StringRef::retain(element); }
+    static REALstringStruct* out(const Value& value) { return value.toText().release(); }
+    static bool accepts(REALstringStruct* element) { return arguments::isText(3, element); }
+    static constexpr Kind as = Kind::String;
+};
+
+template <>
+struct Passing<Kind::Object, REALobjectStruct*> {
+    static Value in(REALobjectStruct* element) { return unboxed(ObjectRef::retain(element)); }
+    static REALobjectStruct* out(const Value& value) { return boxed(value).release(); }
+    static bool accepts(REALobjectStruct* element) {
+        return !element || arguments::isObject(3, element);
+    }
+    static constexpr Kind as = Kind::Variant;
+};
+
+template <Kind kind, typename Element>
 struct Procedures {
+    using Pass = Passing<kind, Element>;
+
     static void insert(REALarrayStruct* array, std::int32_t index, Element element) {
-        const Activity activity(inserting);
-        insertAt(array, index, element);
+        const Activity activity("the array's insert procedure");
+        if (Pass::accepts(element)) insertAt(array, index, Pass::in(element));
     }
     static Element get(REALarrayStruct* array, std::int32_t index) {
-        const Activity activity(getting);
-        return *elementAt(array, index, kind).template get<Element>();
+        const Activity activity("the array's get procedure");
+        return Pass::out(elementAt(array, index, Pass::as));
+    }
+    /// What stands in an array of a host that is too new for arrays to carry their getters.
+    static Element outdatedGet(REALarrayStruct*, std::int32_t) {
+        const Activity activity("the array's own getter");
+        Runtime::current().reportMisuse("arrays carry none on hosts newer than 2013.9");
+        return Pass::out(neutralValue(Pass::as));
     }
 };
 
-template <Kind kind>
-struct Procedures<REALstringStruct*, kind> {
-    static void insert(REALarrayStruct* array, std::int32_t index, REALstringStruct* element) {
-        const Activity activity(inserting);
-        if (arguments::isText(3, element)) insertAt(array, index, StringRef::retain(element));
-    }
-    static REALstringStruct* get(REALarrayStruct* array, std::int32_t index) {
-        const Activity activity(getting);
-        return elementAt(array, index, kind).toText().release();
-    }
-};
-
-template <Kind kind>
-struct Procedures<REALobjectStruct*, kind> {
-    static void insert(REALarrayStruct* array, std::int32_t index, REALobjectStruct* element) {
-        const Activity activity(inserting);
-        if (!element || arguments::isObject(3, element))
-            insertAt(array, index, unboxed(ObjectRef::retain(element)));
-    }
-    static REALobjectStruct* get(REALarrayStruct* array, std::int32_t index) {
-        const Activity activity(getting);
-        return boxed(elementAt(array, index, Kind::Variant)).release();
-    }
-};
-
-struct Pair {
+struct Addresses {
     void* insert = nullptr;
     void* get = nullptr;
+    void* outdatedGet = nullptr;
 };
 
-template <typename Element, Kind kind>
-Pair pair() {
-    using Both = Procedures<Element, kind>;
-    return {reinterpret_cast<void*>(&Both::insert), reinterpret_cast<void*>(&Both::get)};
+template <Kind kind, typename Element>
+Addresses addresses() {
+    using All = Procedures<kind, Element>;
+    return {reinterpret_cast<void*>(&All::insert), reinterpret_cast<void*>(&All::get),
+            reinterpret_cast<void*>(&All::outdatedGet)};
 }
 
-Pair proceduresFor(const Type& elementType) {
+/// By the kinds that VarType tells apart, which is all that a plug-in knows of an array.
+Addresses proceduresFor(const Type& elementType) {
     switch (elementType.kind) {
     case Kind::Int32:
-        return pair<std::int32_t, Kind::Int32>();
+        return addresses<Kind::Int32, std::int32_t>();
     case Kind::UInt32:
-        return pair<std::uint32_t, Kind::UInt32>();
     case Kind::Int64:
-        return pair<std::int64_t, Kind::Int64>();
     case Kind::UInt64:
-        return pair<std::uint64_t, Kind::UInt64>();
+        return addresses<Kind::Int64, std::int64_t>();
     case Kind::Single:
-        return pair<float, Kind::Single>();
+        return addresses<Kind::Single, float>();
     case Kind::Double:
-        return pair<double, Kind::Double>();
+        return addresses<Kind::Double, double>();
+    case Kind::Currency:
+        return addresses<Kind::Currency, std::int64_t>();
     case Kind::Boolean:
-        return pair<bool, Kind::Boolean>();
+        return addresses<Kind::Boolean, bool>();
+    case Kind::Color:
+        return addresses<Kind::Color, std::uint32_t>();
     case Kind::String:
-        return pair<REALstringStruct*, Kind::String>();
+        return addresses<Kind::String, REALstringStruct*>();
     case Kind::Object:
     case Kind::Variant:
-        return pair<REALobjectStruct*, Kind::Object>();
+        return addresses<Kind::Object, REALobjectStruct*>();
     default:
         return {};
     }
 }
 
 } // namespace
+
+void* carriedElementGetter(const Type& elementType) {
+    const Addresses procedures = proceduresFor(elementType);
+    const double version = Runtime::current().options().version;
+    if (version < firstVersionWithBareArrays) return procedures.get;
+    return version > lastVersionWithCarriedGetters ? procedures.outdatedGet : nullptr;
+}
+
+namespace exports {
 
 std::int32_t arrayUBound(REALarrayStruct* array) {
     const Array* const held = arrayFrom(1, array);
@@ -157,4 +195,6 @@ REALarrayStruct* createArray(std::int32_t elementType, std::int32_t upperBound) 
     return static_cast<REALarrayStruct*>(newArray(kind, upperBound).release());
 }
 
-} // namespace host::exports
+} // namespace exports
+
+} // namespace host

@@ -103,6 +103,68 @@ TEST_F(Arrays, OfNumbersTakeAndGiveTheirElementsUnboxed) {
     EXPECT_TRUE(get<bool>(flags, 1));
 }
 
+TEST_F(Arrays, OfUnsignedNumbersPassThemAs64Bits) {
+    const host::ObjectRef unsignedWords = host.arrayOf(host::Kind::UInt32, {UINT32_MAX});
+    EXPECT_EQ(host::varType(unsignedWords), 0x1003);
+    EXPECT_EQ(get<std::int64_t>(unsignedWords, 0), UINT32_MAX);
+    insert(unsignedWords, 1, std::int64_t{3000000000});
+    EXPECT_EQ(*host.elements(unsignedWords)[1].get<std::uint32_t>(), 3000000000);
+    const host::ObjectRef wide = host.arrayOf(host::Kind::UInt64, {UINT64_MAX});
+    EXPECT_EQ(get<std::int64_t>(wide, 0), -1);
+}
+
+TEST_F(Arrays, OfAmountsAndColoursPassTheirBits) {
+    const host::ObjectRef amounts = host.arrayOf(host::Kind::Currency, {host::Currency{-12345}});
+    EXPECT_EQ(host::varType(amounts), 0x1006);
+    EXPECT_EQ(get<std::int64_t>(amounts, 0), -12345);
+    insert(amounts, 1, std::int64_t{20000});
+    EXPECT_EQ(host.elements(amounts)[1].toDouble(), 2);
+    const host::ObjectRef colours = host.arrayOf(host::Kind::Color, {host::Color{0x123456}});
+    EXPECT_EQ(host::varType(colours), 0x1010);
+    EXPECT_EQ(get<std::uint32_t>(colours, 0), 0x123456U);
+    insert(colours, 1, std::uint32_t{0xFF654321});
+    EXPECT_EQ(host.elements(colours)[1].get<host::Color>()->rgb, 0x654321U);
+}
+
+TEST_F(Arrays, OfDatesPassTheObjects) {
+    const host::ObjectRef date = host.create("Date", 2000, 2, 29);
+    const host::ObjectRef dates = host.arrayOf(host::Type::object("Date"));
+    EXPECT_EQ(host::varType(dates), 0x1007);
+    insert(dates, 0, date.get());
+    EXPECT_EQ(host.references(date), 2);
+    EXPECT_EQ(host::ObjectRef::adopt(get<REALobjectStruct*>(dates, 0)), date);
+    insert(dates, 1, host.memoryBlock("x").get());
+    EXPECT_EQ(host.elements(dates).size(), 1u);
+    EXPECT_EQ(host.takeReports().front(),
+              "the array's insert procedure: argument 3: MemoryBlock where Date is expected");
+}
+
+TEST(ArraysOfOlderHosts, CarryTheirElementGetter) {
+    Host host{{.version = 2012.2, .bare = true}};
+    const host::ObjectRef words = host.arrayOf(host::Kind::String, {"a", "b"});
+    auto* const array = static_cast<REALarrayStruct*>(words.get());
+    ASSERT_NE(array->elementGetter, nullptr);
+    EXPECT_EQ(array->elementGetter, service(ArrayGetProc)(array));
+    auto* const get = reinterpret_cast<REALarrayGet<REALstringStruct*>>(array->elementGetter);
+    EXPECT_EQ(host::StringRef::adopt(get(array, 1)).utf8(), "b");
+}
+
+TEST(ArraysOfOlderHosts, MayCarryNoGetter) {
+    Host host{{.version = 2013.9, .bare = true}};
+    const host::ObjectRef words = host.arrayOf(host::Kind::String, {"a"});
+    EXPECT_EQ(static_cast<REALarrayStruct*>(words.get())->elementGetter, nullptr);
+}
+
+TEST(ArraysOfNewerHosts, ReportTheUseOfWhatStandsInTheGettersPlace) {
+    Host host{{.version = 2014.1, .bare = true}};
+    const host::ObjectRef numbers = host.arrayOf(host::Kind::Int32, {7});
+    auto* const array = static_cast<REALarrayStruct*>(numbers.get());
+    auto* const get = reinterpret_cast<REALarrayGet<std::int32_t>>(array->elementGetter);
+    EXPECT_EQ(get(array, 0), 0);
+    EXPECT_EQ(host.takeReports().front(),
+              "the array's own getter: arrays carry none on hosts newer than 2013.9");
+}
+
 TEST_F(Arrays, OfUnknownElementsOrImpossibleBoundsAreRefused) {
     EXPECT_EQ(create(99), nullptr);
     EXPECT_EQ(create(REALarrayOfStrings, -2), nullptr);

@@ -1,5 +1,7 @@
 #include "tests/host/language/run_program.h"
 
+#include <new>
+
 namespace {
 
 struct Mistake {
@@ -31,6 +33,8 @@ const Mistake exceptions[] = {
     {"RedimBeyondMeasure", "Dim a() As Integer\nRedim a(2000000000)",
      "2: OutOfMemoryException: An array cannot have the upper bound 2000000000; it can have "
      "67108864 elements"},
+    {"AppendBeyondMeasure", "Dim a(67108863) As Integer\na.Append 1",
+     "2: OutOfMemoryException: An array cannot have more than 67108864 elements"},
     {"NilArray", "Dim a() As Integer = Nil\nPrint UBound(a)",
      "2: NilObjectException: The array is Nil"},
     {"NilArrayInALoop", "Dim a() As Integer = Nil\nFor Each i As Integer In a\nNext",
@@ -201,3 +205,35 @@ TEST_P(SyntaxErrors, AreFoundBeforeTheProgramRuns) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Language, SyntaxErrors, testing::ValuesIn(syntax), nameOf);
+
+/// As when nothing is left for what the statement needs.
+static std::string outputWhereLongLinesFindNoMemory(std::string_view source) {
+    Host host{{.bare = true}};
+    std::string output;
+    host::language::RunOptions options;
+    options.output = [&](std::string_view text) {
+        if (text.size() > 6) throw std::bad_alloc();
+        output += text;
+    };
+    const host::language::RunResult result = host::language::runProgram(source, options);
+    return result.error ? output + result.error->text("") : output;
+}
+
+TEST(MemoryThatRanOut, IsAnExceptionThatAProgramCanCatch) {
+    EXPECT_EQ(outputWhereLongLinesFindNoMemory("Try\nPrint \"too long\"\n"
+                                               "Catch e As OutOfMemoryException\nPrint \"short\"\n"
+                                               "Finally\nPrint \"end\"\nEnd Try"),
+              "short\nend\n");
+}
+
+TEST(MemoryThatRanOut, InAHandlerStillRunsWhatComesFinally) {
+    EXPECT_EQ(outputWhereLongLinesFindNoMemory("Try\nRaise New IOException\nCatch\n"
+                                               "Print \"too long\"\nFinally\nPrint \"end\"\n"
+                                               "End Try"),
+              "end\n:4: OutOfMemoryException: There is no memory left");
+}
+
+TEST(MemoryThatRanOut, EndsAProgramThatDoesNotCatchIt) {
+    EXPECT_EQ(outputWhereLongLinesFindNoMemory("Print \"too long\""),
+              ":1: OutOfMemoryException: There is no memory left");
+}
