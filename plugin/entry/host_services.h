@@ -42,16 +42,38 @@ bool REALGetStringData(REALstringStruct* string, std::uint32_t encoding, REALstr
 inline constinit HostService<REALservices::LockObject> REALLockObject;
 inline constinit HostService<REALservices::UnlockObject> REALUnlockObject;
 inline constinit HostService<REALservices::NewInstance> REALnewInstance;
+inline constinit HostService<REALservices::GetClassRef> REALGetClassRef;
+inline constinit HostService<REALservices::ObjectIsA> REALObjectIsA;
 inline constinit HostService<REALservices::RaiseException> REALRaiseException;
 
 // Members by name
 inline constinit HostService<REALservices::LoadGlobalMethod> REALLoadFrameworkMethod;
+inline constinit HostService<REALservices::LoadObjectMethod> REALLoadObjectMethod;
+inline constinit HostService<REALservices::GetPropValueInt32> REALGetPropValueInt32;
+inline constinit HostService<REALservices::GetPropValueInt64> REALGetPropValueInt64;
+inline constinit HostService<REALservices::GetPropValueUInt8> REALGetPropValueUInt8;
+inline constinit HostService<REALservices::GetPropValueSingle> REALGetPropValueSingle;
+inline constinit HostService<REALservices::GetPropValueDouble> REALGetPropValueDouble;
+inline constinit HostService<REALservices::GetPropValueString> REALGetPropValueString;
+inline constinit HostService<REALservices::GetPropValueObject> REALGetPropValueObject;
 inline constinit HostService<REALservices::SetPropValueInt32> REALSetPropValueInt32;
 inline constinit HostService<REALservices::SetPropValueString> REALSetPropValueString;
 
+// Variants
+inline constinit HostService<REALservices::StringToVariant> REALNewVariantString;
+inline constinit HostService<REALservices::Int32ToVariant> REALNewVariantInteger;
+inline constinit HostService<REALservices::UInt32ToVariant> REALNewVariantUInt32;
+inline constinit HostService<REALservices::Int64ToVariant> REALNewVariantInt64;
+inline constinit HostService<REALservices::UInt64ToVariant> REALNewVariantUInt64;
+inline constinit HostService<REALservices::SingleToVariant> REALNewVariantSingle;
+inline constinit HostService<REALservices::DoubleToVariant> REALNewVariantDouble;
+inline constinit HostService<REALservices::BooleanToVariant> REALNewVariantBoolean;
+
 // Arrays
 inline constinit HostService<REALservices::CreateArray> REALCreateArray;
+inline constinit HostService<REALservices::ArrayUBound> REALGetArrayUBound;
 inline constinit HostService<REALservices::ArrayInsertProc> REALGetArrayInsertProc;
+inline constinit HostService<REALservices::ArrayGetProc> REALGetArrayGetProc;
 
 /// Inserts an element; the array takes a reference of its own. Nothing happens when the host does
 /// not tell how.
@@ -76,3 +98,30 @@ inline constinit HostService<REALservices::FSRefFromFolderItem> REALFSRefFromFol
 inline constinit HostService<REALservices::FSSpecFromFolderItem> REALFSSpecFromFolderItem;
 inline constinit HostService<REALservices::FolderItemFromParentFSRef> REALFolderItemFromParentFSRef;
 inline constinit HostService<REALservices::FolderItemFromFSSpec> REALFolderItemFromFSSpec;
+
+// Pictures
+inline constinit HostService<REALservices::NewPicture> REALNewPicture;
+inline constinit HostService<REALservices::BuildPictureFromBuffer> REALBuildPictureFromBuffer;
+inline constinit HostService<REALservices::UnlockPictureDescription> REALUnlockPictureDescription;
+inline constinit HostService<REALservices::PictureClearCache> REALPictureClearCache;
+inline constinit HostService<REALservices::GetPictureGraphics> REALGetPictureGraphics;
+inline constinit HostService<REALservices::GetPictureMask> REALGetPictureMask;
+inline constinit HostService<REALservices::CopyPictureCGImage> REALCopyPictureCGImage;
+
+/// The older of the two leaves the type of the description to the host.
+inline std::uint8_t REALLockPictureDescription(REALpictureStruct* picture,
+                                               REALpictureDescription* description) {
+    static constinit HostService<REALservices::LockPictureDescriptionOlder> lock;
+    return lock(picture, description);
+}
+inline std::uint8_t REALLockPictureDescription(REALpictureStruct* picture,
+                                               REALpictureDescription* description,
+                                               std::uint32_t type) {
+    static constinit HostService<REALservices::LockPictureDescription> lock;
+    return lock(picture, description, type);
+}
+
+// The application
+inline constinit HostService<REALservices::YieldToRB> REALYieldToRB;
+inline constinit HostService<REALservices::InDebugMode> REALInDebugMode;
+inline constinit HostService<REALservices::MessageBox> REALMessageBox;
