@@ -15,6 +15,7 @@ inline constinit REALhostService raiseException{REALservices::RaiseException};
 inline constinit REALhostService setInt32Property{REALservices::SetPropValueInt32};
 inline constinit REALhostService setStringProperty{REALservices::SetPropValueString};
 inline constinit REALhostService buildString{REALservices::BuildString};
+inline constinit REALhostService copyCFString{REALservices::GetStringCFString};
 inline constinit REALhostService setStringEncoding{REALservices::SetStringEncoding};
 inline constinit REALhostService unlockString{REALservices::UnlockString};
 

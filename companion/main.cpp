@@ -8,9 +8,17 @@
 extern "C" __attribute__((visibility("default"))) void REALPluginMain(REALresolver resolver) {
     REALregistration::take_up_host(resolver);
     using namespace base_part;
-    for (REALclassDefinition* definition :
-         {&sizeClass, &pointClass, &rectClass, &rangeClass, &qtTimeClass, &qtTimeRangeClass,
-          &cmTimeClass, &cmTimeRangeClass, &cmTimeMappingClass, &colorSpaceClass, &colorClass,
-          &imageClass})
+    for (REALclassDefinition* definition : {&sizeClass,          &pointClass,
+                                            &rectClass,          &rangeClass,
+                                            &qtTimeClass,        &qtTimeRangeClass,
+                                            &cmTimeClass,        &cmTimeRangeClass,
+                                            &cmTimeMappingClass, &colorSpaceClass,
+                                            &colorClass,         &imageClass,
+                                            &objectClass,        &attributedStringClass,
+                                            &characterSetClass,  &errorClass,
+                                            &localeClass,        &timeZoneClass,
+                                            &cfObjectClass,      &cfErrorClass,
+                                            &cfUUIDClass,        &cgColorClass,
+                                            &cgColorSpaceClass})
         MyREALRegisterClass(*definition);
 }

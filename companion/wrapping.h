@@ -25,6 +25,15 @@ inline REALobjectStruct* newWrapper(NSColor* color) { return newWrapper(color, "
 inline REALobjectStruct* newWrapper(NSColorSpace* space) {
     return newWrapper(space, "NSColorSpaceZNT");
 }
+inline REALobjectStruct* newWrapper(NSAttributedString* string) {
+    return newWrapper(string, "NSAttributedStringZNT");
+}
+inline REALobjectStruct* newWrapper(NSCharacterSet* set) {
+    return newWrapper(set, "NSCharacterSetZNT");
+}
+inline REALobjectStruct* newWrapper(NSError* error) { return newWrapper(error, "NSErrorZNT"); }
+inline REALobjectStruct* newWrapper(NSLocale* locale) { return newWrapper(locale, "NSLocaleZNT"); }
+inline REALobjectStruct* newWrapper(NSTimeZone* zone) { return newWrapper(zone, "NSTimeZoneZNT"); }
 
 /// Takes the wrapper out of the live ones, and gives back what it holds.
 void destroyWrapper(REALobjectStruct* object);

@@ -2,8 +2,18 @@
 
 namespace {
 
-constexpr const char* classNames[] = {"NSSizeZNT",       "NSPointZNT", "NSRectZNT", "NSRangeZNT",
-                                      "NSColorSpaceZNT", "NSColorZNT", "CGImageZNT"};
+constexpr const char* classNames[] = {"NSSizeZNT",         "NSPointZNT",
+                                      "NSRectZNT",         "NSRangeZNT",
+                                      "QTKitTimeZNT",      "QTKitTimeRangeZNT",
+                                      "CMTimeZNT",         "CMTimeRangeZNT",
+                                      "CMTimeMappingZNT",  "NSColorSpaceZNT",
+                                      "NSColorZNT",        "CGImageZNT",
+                                      "NSObjectZNT",       "NSAttributedStringZNT",
+                                      "NSCharacterSetZNT", "NSErrorZNT",
+                                      "NSLocaleZNT",       "NSTimeZoneZNT",
+                                      "CFObjectZNT",       "CFErrorZNT",
+                                      "CFUUIDZNT",         "CGColorZNT",
+                                      "CGColorSpaceZNT"};
 
 TEST(BasePart, RegistersItsClasses) {
     BaseHost host;

@@ -1,5 +1,7 @@
 #include "companion/host_strings.h"
 
+#import <Foundation/Foundation.h>
+
 #include <limits>
 #include <string>
 
@@ -19,4 +21,9 @@ HostString newHostString(CFStringRef text) {
         HostString::adopt(buildString(bytes.data(), static_cast<std::int32_t>(size)));
     if (string) setStringEncoding(string.get(), REALtextEncodingUTF8);
     return string;
+}
+
+CFStringRef textOf(REALstringStruct* string) {
+    CFStringRef const text = string ? copyCFString(string, 0) : nullptr;
+    return text ? (CFStringRef)[(NSString*)text autorelease] : CFSTR("");
 }
