@@ -1,5 +1,6 @@
 #include "support.h"
 
+#include <ctime>
 #include <tuple>
 
 namespace {
@@ -145,6 +146,45 @@ TEST_F(TimeZones, AreKnownByName) {
 TEST_F(TimeZones, AreKnownByTheirDistanceFromGreenwich) {
     EXPECT_EQ([[NSTimeZone timeZoneForSecondsFromGMT:-5400] secondsFromGMT], -5400);
     EXPECT_STREQ([[[NSTimeZone timeZoneForSecondsFromGMT:-5400] name] UTF8String], "GMT-0130");
+}
+
+class SystemTimeZone : public InPool {
+protected:
+    /// The zone's name when TZ has the value; null unsets it.
+    static std::string zoneFor(const char* variable) {
+        if (variable)
+            setenv("TZ", variable, 1);
+        else
+            unsetenv("TZ");
+        [NSTimeZone resetSystemTimeZone];
+        return [[[NSTimeZone systemTimeZone] name] UTF8String];
+    }
+};
+
+TEST_F(SystemTimeZone, IsTheOneThatTheEnvironmentNames) {
+    EXPECT_EQ(zoneFor("America/New_York"), "America/New_York");
+    EXPECT_EQ(zoneFor(":Europe/Berlin"), "Europe/Berlin");
+    EXPECT_EQ(zoneFor("/usr/share/zoneinfo/Asia/Kolkata"), "Asia/Kolkata");
+    EXPECT_EQ([[NSTimeZone localTimeZone] secondsFromGMT], 19800);
+    EXPECT_EQ([[NSTimeZone defaultTimeZone] secondsFromGMT], 19800);
+}
+
+TEST_F(SystemTimeZone, IsTheCLibrarysForARuleAndForNonsense) {
+    EXPECT_EQ(zoneFor("XYZ-5:30"), "GMT+0530");
+    EXPECT_EQ(zoneFor("Nowhere/Town"), "GMT+0000");
+    EXPECT_EQ(zoneFor(""), "GMT+0000");
+    EXPECT_EQ(zoneFor("/etc/passwd"), "GMT+0000");
+}
+
+TEST_F(SystemTimeZone, IsTheMachinesWithoutAName) {
+    EXPECT_NE(zoneFor(nullptr), "");
+    const std::time_t summer = 1625133600;
+    std::tm local{};
+    tzset();
+    localtime_r(&summer, &local);
+    EXPECT_EQ([[NSTimeZone systemTimeZone]
+                  secondsFromGMTForDate:[NSDate dateWithTimeIntervalSince1970:summer]],
+              local.tm_gmtoff);
 }
 
 class OtherObjects : public InPool {};
