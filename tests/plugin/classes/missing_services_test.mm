@@ -195,7 +195,7 @@ INSTANTIATE_TEST_SUITE_P(
         Lack{{"REALGetStringCFString"}}, Lack{{"REALGetStringCFString", "REALGetStringEncoding"}},
         Lack{{"REALUnlockString"}, {}, leaks}, Lack{{"REALUnlockObject"}, {}, leaks},
         Lack{{"REALLockObject"}}, Lack{{"REALLockString"}, {}, false, 2009.05},
-        Lack{{"PluginGetStringData"}}, Lack{{"PluginDisposeStringData"}},
+        Lack{{"PluginGetStringData"}}, Lack{{"PluginDisposeStringData"}, {}, leaks},
         Lack{{"PluginGetStringData", "StringGetCString"}, noDataOfStrings},
         Lack{{"PluginGetStringData", "REALLoadGlobalMethod"}, noDataOfStrings},
         Lack{{"PluginNewInstance"}, joined({noNewObjects, noExceptions})},

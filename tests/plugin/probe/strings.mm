@@ -56,8 +56,8 @@ bool conversion_fails(REALstringStruct* string, bool isUTF8) {
 REALstringData lastData;
 std::size_t lastCapacity = 0;
 
-/// The bytes with the four behind them; nil when there are none. The record's fields, which start as
-/// marks, stay for the getters below.
+/// The bytes with the four behind them; nil when there are none. The record's fields, which start
+/// as marks, stay for the getters below.
 REALmemoryBlockStruct* data_of(REALstringStruct* string, REALword encoding, REALword length) {
     lastData = {nullptr, static_cast<std::uint32_t>(length), 4711};
     lastCapacity = 0;
