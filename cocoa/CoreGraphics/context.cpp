@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace cocoa::cg {
 namespace {
@@ -32,10 +33,22 @@ void setDeviceFill(CGContextRef context, CGColorSpaceModel model, const CGFloat*
     setFill(*bodyOf(context), space, components);
 }
 
-void paint(Context& context, const CGRect& rect, std::uint32_t color, CGBlendMode mode) {
+/// What there is no memory for stays undrawn.
+void paint(Context& context, const CGRect& rect, std::uint32_t color, CGBlendMode mode) try {
     const Region region = context.regionOf(rect);
     if (region.isEmpty()) return;
     composite(context.surface, region.bounds, {nullptr, 0, color}, mode, region.coverage.get());
+} catch (const std::bad_alloc&) {
+}
+
+/// A shape that there is no memory for lets nothing through, rather than everything.
+void clip(Context& context, const CGRect* rects, std::size_t count) try {
+    Region all;
+    for (std::size_t i = 0; i < count; ++i)
+        all = unionOf(all, context.regionOf(rects[i]));
+    context.state.clip = std::move(all);
+} catch (const std::bad_alloc&) {
+    context.state.clip = {};
 }
 
 } // namespace
@@ -134,16 +147,12 @@ CGRect CGContextConvertRectToUserSpace(CGContextRef context, CGRect rect) {
 
 void CGContextClipToRect(CGContextRef context, CGRect rect) {
     if (context == nullptr) return;
-    bodyOf(context)->state.clip = bodyOf(context)->regionOf(rect);
+    clip(*bodyOf(context), &rect, 1);
 }
 
 void CGContextClipToRects(CGContextRef context, const CGRect* rects, size_t count) {
     if (context == nullptr || rects == nullptr) return;
-    Context& body = *bodyOf(context);
-    Region all;
-    for (size_t i = 0; i < count; ++i)
-        all = unionOf(all, body.regionOf(rects[i]));
-    body.state.clip = std::move(all);
+    clip(*bodyOf(context), rects, count);
 }
 
 CGRect CGContextGetClipBoundingBox(CGContextRef context) {

@@ -52,11 +52,10 @@ double overlap(int i, double low, double high) {
     return std::max(0.0, std::min(high, i + 1.0) - std::max(low, double(i)));
 }
 
-std::vector<double> overlaps(const Span& span, double low, double high) {
-    std::vector<double> result;
-    for (int i = span.first; i < span.end; ++i)
-        result.push_back(overlap(i, low, high));
-    return result;
+/// Whether the edges lie on pixel borders: between its first and its last pixel a span is covered
+/// wholly.
+bool isWhole(const Span& span, double low, double high) {
+    return overlap(span.first, low, high) == 1 && overlap(span.end - 1, low, high) == 1;
 }
 
 Region coveredUpright(double left, double top, double right, double bottom, const PixelRect& limits,
@@ -73,19 +72,14 @@ Region coveredUpright(double left, double top, double right, double bottom, cons
     const Span y = pixelsAround(top, bottom, limits.top, limits.bottom);
     Region region{{x.first, y.first, x.end, y.end}, nullptr};
     if (region.isEmpty()) return region;
-    const std::vector<double> columns = overlaps(x, left, right);
-    const std::vector<double> rows = overlaps(y, top, bottom);
-    const auto whole = [](double part) { return part == 1; };
-    if (std::all_of(columns.begin(), columns.end(), whole) &&
-        std::all_of(rows.begin(), rows.end(), whole)) {
-        return region;
-    }
+    if (isWhole(x, left, right) && isWhole(y, top, bottom)) return region;
     auto coverage = std::make_shared<Coverage>(region.bounds);
     for (int line = y.first; line < y.end; ++line) {
         std::uint8_t* values = coverage->row(line);
-        const double height = rows[static_cast<std::size_t>(line - y.first)] * 255;
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            values[i] = static_cast<std::uint8_t>(std::lround(columns[i] * height));
+        const double height = overlap(line, top, bottom) * 255;
+        for (int column = x.first; column < x.end; ++column) {
+            values[column - x.first] =
+                static_cast<std::uint8_t>(std::lround(overlap(column, left, right) * height));
         }
     }
     region.coverage = std::move(coverage);

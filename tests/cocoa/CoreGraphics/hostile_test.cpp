@@ -5,6 +5,9 @@
 #include <limits>
 #include <random>
 
+#include <sys/mman.h>
+#include <sys/resource.h>
+
 using namespace cgtest;
 
 namespace {
@@ -116,5 +119,52 @@ TEST_P(AnyDrawing, LeavesPremultipliedPixelsInTheBitmapAndNothingBesideIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, AnyDrawing, testing::Range(1U, 5U));
+
+/// One row of grey pixels, whose memory is taken only where something is drawn.
+class VeryWideBitmap : public testing::Test {
+protected:
+    static constexpr std::size_t width = std::size_t{1} << 26;
+
+    void SetUp() override {
+        ASSERT_NE(pixels, MAP_FAILED);
+        context = CGBitmapContextCreate(pixels, width, 1, 8, width, deviceGray(), 0);
+        ASSERT_NE(context, nullptr);
+    }
+    ~VeryWideBitmap() override { munmap(pixels, width); }
+
+    static long mostKilobytes() {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    }
+
+    void* const pixels = mmap(nullptr, width, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    Context context;
+};
+
+TEST_F(VeryWideBitmap, TakesNoMemoryForAClipAlongPixelBorders) {
+    const long before = mostKilobytes();
+    CGContextClipToRect(context, CGRectMake(1, 0, CGFloat(width - 2), 1));
+    EXPECT_EQ(CGContextGetClipBoundingBox(context).size.width, CGFloat(width - 2));
+    EXPECT_LT(mostKilobytes() - before, 10000);
+}
+
+// An allocator of the sanitizers ends the program where there is no memory.
+#if !defined(__SANITIZE_ADDRESS__) && !__has_feature(address_sanitizer) &&                         \
+    !__has_feature(thread_sanitizer)
+TEST_F(VeryWideBitmap, LetsNothingThroughAClipThatThereIsNoMemoryFor) {
+    rlimit whole{};
+    getrlimit(RLIMIT_AS, &whole);
+    const rlimit none{0, whole.rlim_max};
+    const CGRect blurred = CGRectMake(CGFloat(0.5), 0, CGFloat(width - 1), 1);
+    setrlimit(RLIMIT_AS, &none);
+    CGContextFillRect(context, blurred);
+    CGContextClearRect(context, blurred);
+    CGContextClipToRect(context, blurred);
+    setrlimit(RLIMIT_AS, &whole);
+    EXPECT_TRUE(CGRectIsNull(CGContextGetClipBoundingBox(context)));
+}
+#endif
 
 } // namespace
