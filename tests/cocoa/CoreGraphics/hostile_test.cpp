@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(Seeds, AnyDrawing, testing::Range(1U, 5U));
 /// One row of grey pixels, whose memory is taken only where something is drawn.
 class VeryWideBitmap : public testing::Test {
 protected:
-    static constexpr std::size_t width = std::size_t{1} << 26;
+    static constexpr std::size_t width = std::size_t{1} << 24;
 
     void SetUp() override {
         ASSERT_NE(pixels, MAP_FAILED);
