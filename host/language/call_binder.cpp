@@ -208,8 +208,7 @@ NodePointer Binder::bindRoutineCall(const std::string& name, const Arguments& ar
 }
 
 const Class& Binder::classOfObject(const Type& type, int line) const {
-    if (type.kind == Kind::Variant)
-        throw SourceError(line, "A Variant has no members; cast it to a class first");
+    if (type.kind == Kind::Variant) return Runtime::current().variantClass();
     if (type.kind != Kind::Object) throw SourceError(line, type.name() + " has no members");
     const std::string& name = type.className.empty() ? "Object" : type.className;
     const Class* const found = findClass(name);
@@ -240,6 +239,13 @@ NodePointer Binder::bindClassMember(Owner owner, const std::string& name,
                                     const Arguments* arguments, int line) {
     const Class& type = *owner.type;
     const bool hasArguments = arguments && !arguments->empty();
+    if (owner.object && owner.object->type() == Type(Kind::Variant)) {
+        const Property* const view = type.findProperty(name);
+        if (!view || hasArguments)
+            throw SourceError(line,
+                              "A Variant has no " + name + "; cast it to the class that has it");
+        return makeVariantView(*view, std::move(owner.object));
+    }
     const Property* property = type.findSharedProperty(name);
     if (!property && owner.object) property = type.findProperty(name);
     if (property) {

@@ -130,6 +130,23 @@ private:
     NodePointer object_;
 };
 
+class VariantView final : public Node {
+public:
+    VariantView(const Property& property, NodePointer variant)
+        : Node(property.type)
+        , property_(property)
+        , variant_(std::move(variant)) {}
+
+    Value evaluate(Machine& machine) const override {
+        const ObjectRef box = boxed(variant_->evaluate(machine));
+        return property_.get(box.get());
+    }
+
+private:
+    const Property& property_;
+    NodePointer variant_;
+};
+
 class NewObject final : public Node {
 public:
     NewObject(const Class& type, const Method* constructor, ArgumentList arguments)
@@ -260,6 +277,10 @@ NodePointer makeMethodCall(const Method& method, NodePointer object, ArgumentLis
 
 std::unique_ptr<Place> makeProperty(const Property& property, NodePointer object) {
     return std::make_unique<PropertyPlace>(property, std::move(object));
+}
+
+NodePointer makeVariantView(const Property& property, NodePointer variant) {
+    return std::make_unique<VariantView>(property, std::move(variant));
 }
 
 NodePointer makeNew(const Class& type, const Method* constructor, ArgumentList arguments) {

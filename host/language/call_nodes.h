@@ -23,6 +23,8 @@ NodePointer makeFunctionCall(const Method& function, ArgumentList arguments);
 NodePointer makeMethodCall(const Method& method, NodePointer object, ArgumentList arguments);
 /// `object` is null for a shared property.
 std::unique_ptr<Place> makeProperty(const Property& property, NodePointer object);
+/// What a Variant of any kind shows through a property of the class Variant; neutral for Nil.
+NodePointer makeVariantView(const Property& property, NodePointer variant);
 /// `constructor` is null for a class that declares none.
 NodePointer makeNew(const Class& type, const Method* constructor, ArgumentList arguments);
 /// Raises IllegalCastException for an object of another class; Nil stays Nil.

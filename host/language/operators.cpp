@@ -2,6 +2,7 @@
 
 #include "host/language/node.h"
 #include "host/language/text.h"
+#include "host/objects/date.h"
 #include "host/objects/runtime.h"
 
 #include <cmath>
@@ -48,11 +49,16 @@ std::optional<Type> arithmeticType(const Type& left, const Type& right) {
     return Kind::Currency;
 }
 
+bool isDate(const Type& type) {
+    return isPlain(type, Kind::Object) && sameName(type.className, "Date");
+}
+
 std::optional<Type> comparisonType(BinaryOperator operation, const Type& left, const Type& right) {
     const Type boolean = Kind::Boolean;
     const bool comparable = isVariant(left) || isVariant(right) ||
                             (left.isNumber() && right.isNumber()) ||
-                            (isPlain(left, Kind::String) && isPlain(right, Kind::String));
+                            (isPlain(left, Kind::String) && isPlain(right, Kind::String)) ||
+                            (isDate(left) && isDate(right));
     if (comparable) return boolean;
     if (!isEquality(operation)) return std::nullopt;
     if (left.isReference() && right.isReference()) return boolean;
@@ -119,6 +125,11 @@ bool compare(BinaryOperator operation, const Value& left, const Value& right) {
     const Kind leftKind = left.kind();
     const Kind rightKind = right.kind();
     if (left.isNumber() && right.isNumber()) return holds(operation, order(left, right));
+    // Two Dates are compared by their times; only Is asks whether they are one object.
+    const auto* const leftDate = stateOf<Date>(left.object());
+    const auto* const rightDate = stateOf<Date>(right.object());
+    if (leftDate && rightDate)
+        return holds(operation, leftDate->totalSeconds() <=> rightDate->totalSeconds());
     const bool leftObject = leftKind == Kind::Object;
     const bool rightObject = rightKind == Kind::Object;
     if (!leftObject && !rightObject && (leftKind == Kind::String || rightKind == Kind::String))

@@ -146,6 +146,9 @@ StatementPointer Binder::bindMemberAssignment(Owner owner, const std::string& na
     if (!owner.type)
         throw SourceError(line, owner.object->type().name() + " has no member called " + name +
                                     " that can be assigned to");
+    if (owner.object && owner.object->type() == Type(Kind::Variant))
+        throw SourceError(line,
+                          "Nothing of a Variant can be assigned to; cast it to a class first");
     const Class& type = *owner.type;
     const Property* property = type.findSharedProperty(name);
     if (!property && owner.object) property = type.findProperty(name);

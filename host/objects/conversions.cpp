@@ -1,4 +1,5 @@
 #include "host/objects/array.h"
+#include "host/objects/date.h"
 #include "host/objects/memory_block.h"
 #include "host/objects/runtime.h"
 
@@ -96,6 +97,7 @@ std::optional<Value> convert(const Value& value, const Type& type) {
         return convertToObject(value, type);
     case Kind::String:
         if (isScalar(value) || stateOf<MemoryBlock>(value.object())) return value.toText();
+        if (const auto* const date = stateOf<Date>(value.object())) return date->sqlDateTime();
         return std::nullopt;
     case Kind::Pointer:
         if (value.kind() == Kind::Pointer) return value;
@@ -105,6 +107,8 @@ std::optional<Value> convert(const Value& value, const Type& type) {
     default:
         break;
     }
+    if (const auto* const date = stateOf<Date>(value.object()); date && type.isNumber())
+        return convert(static_cast<double>(date->totalSeconds()), type);
     if (!isScalar(value)) return std::nullopt;
     if (value.kind() == type.kind) return value;
     switch (type.kind) {

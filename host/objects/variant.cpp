@@ -17,6 +17,18 @@ struct View {
     Type type;
 };
 
+bool isDate(const Type& type) {
+    const Runtime& runtime = Runtime::current();
+    const Class* const held = runtime.findClass(type.className);
+    return held && held->descendsFrom(*runtime.findClass("Date"));
+}
+
+void addTest(Class& variant, std::string_view name, bool (*test)(const Value& value)) {
+    variant.addProperty(name, Kind::Boolean, [test](REALobjectStruct* self) -> Value {
+        return test(unboxed(ObjectRef::retain(self)));
+    });
+}
+
 } // namespace
 
 std::int32_t varType(const Value& value) {
@@ -59,7 +71,7 @@ std::int32_t varType(const Value& value) {
         case Kind::Pointer:
             return Pointer;
         case Kind::Object:
-            return sameName(type.className, "Date") ? Date : Object;
+            return isDate(type) ? Date : Object;
         case Kind::Variant:
             return Object;
         case Kind::Nothing:
@@ -104,6 +116,9 @@ void defineVariant(Class& variant) {
             const Value value = unboxed(ObjectRef::retain(self));
             return convert(value, type).value_or(neutralValue(type));
         });
+    addTest(variant, "IsNull", [](const Value& value) { return value.isNil(); });
+    addTest(variant, "IsArray", [](const Value& value) { return value.type().isArray; });
+    addTest(variant, "IsNumeric", [](const Value& value) { return value.isNumber(); });
 }
 
 } // namespace host

@@ -73,6 +73,68 @@ TEST_F(Variants, ShowTheirValueThroughProperties) {
     EXPECT_EQ(host::StringRef::adopt(text).bytes(), "42");
 }
 
+TEST_F(Variants, AreReadThroughServices) {
+    const auto number = host::ObjectRef::adopt(service(DoubleToVariant)(-2.75));
+    EXPECT_EQ(service(VariantToInt32)(number.get()), -2);
+    EXPECT_EQ(service(VariantToInt64)(number.get()), -2);
+    EXPECT_EQ(service(VariantToSingle)(number.get()), -2.75F);
+    EXPECT_EQ(service(VariantToDouble)(number.get()), -2.75);
+    EXPECT_EQ(host::StringRef::adopt(service(VariantToString)(number.get())).bytes(), "-2.75");
+    const host::ObjectRef flag = host::boxed(true);
+    EXPECT_EQ(service(VariantToInt32)(flag.get()), 1);
+    const host::ObjectRef colour = host::boxed(host::Color{0x123456});
+    EXPECT_EQ(service(VariantToInt32)(colour.get()), 0x123456);
+    const host::ObjectRef amount = host::boxed(host::Currency{15000});
+    EXPECT_EQ(service(VariantToDouble)(amount.get()), 1.5);
+}
+
+TEST_F(Variants, OfTextGiveTheStringItself) {
+    const host::StringRef text = host.text("abc");
+    const auto variant = host::ObjectRef::adopt(service(StringToVariant)(text.get()));
+    const auto read = host::StringRef::adopt(service(VariantToString)(variant.get()));
+    EXPECT_EQ(read.get(), text.get());
+    EXPECT_EQ(host.references(text), 3);
+}
+
+TEST_F(Variants, OfDatesAreReadAsTextAndAsSeconds) {
+    const host::ObjectRef date = host.create("Date", 1904, 1, 2);
+    EXPECT_EQ(host::varType(date), 7);
+    EXPECT_EQ(service(VariantToDouble)(date.get()), 86400);
+    EXPECT_EQ(host::StringRef::adopt(service(VariantToString)(date.get())).bytes(),
+              "1904-01-02 00:00:00");
+    REALobjectStruct* read = nullptr;
+    ASSERT_EQ(service(GetPropValueObject)(date.get(), "DateValue", &read), 1);
+    EXPECT_EQ(host::ObjectRef::adopt(read), date);
+    EXPECT_EQ(host.references(date), 1);
+}
+
+TEST_F(Variants, OfOtherKindsAreReadAsNeutralValues) {
+    const host::ObjectRef dictionary = host.create("Dictionary");
+    EXPECT_EQ(service(VariantToInt32)(dictionary.get()), 0);
+    EXPECT_EQ(service(VariantToDouble)(dictionary.get()), 0);
+    EXPECT_EQ(service(VariantToString)(dictionary.get()), nullptr);
+    EXPECT_EQ(service(VariantToInt64)(nullptr), 0);
+    REALobjectStruct* read = dictionary.get();
+    ASSERT_EQ(service(GetPropValueObject)(dictionary.get(), "DateValue", &read), 1);
+    EXPECT_EQ(read, nullptr);
+    const auto word = host.text("x");
+    service(VariantToInt32)(reinterpret_cast<REALobjectStruct*>(word.get()));
+    EXPECT_EQ(host.takeReports().front(),
+              "VariantToInt32: argument 1: String where an object is expected");
+}
+
+TEST_F(Variants, TellTheirTypeToPluginsThroughAFunction) {
+    using VarType = std::int32_t (*)(REALobjectStruct*);
+    const auto varType = reinterpret_cast<VarType>(
+        service(LoadGlobalMethod)(nullptr, "VarType(value As Variant) As Int32"));
+    ASSERT_NE(varType, nullptr);
+    const host::ObjectRef dates = host.arrayOf(host::Type::object("Date"));
+    EXPECT_EQ(varType(host::boxed(host::Currency{1}).get()), 6);
+    EXPECT_EQ(varType(dates.get()), 0x1007);
+    EXPECT_EQ(varType(nullptr), 0);
+    EXPECT_EQ(host.references(dates), 1);
+}
+
 TEST_F(Variants, OfObjectsShowTheSameProperties) {
     const host::ObjectRef block = host.memoryBlock("x");
     std::int32_t code = 0;
