@@ -210,9 +210,19 @@ TEST_F(ImageFromData, ComesFromFilesByPathAndURL) {
 
 TEST_F(ImageFromData, DoesNotComeFromURLsThatLeadNowhere) {
     for (NSString* text : {@"no scheme", @"nothing", @"file:///", @"file:///no/such/file",
-                           @"http://127.0.0.1:1/a.png", @"mailto:a@b", @""})
+                           @"http://127.0.0.1:1/a.png", @"mailto:a@b", @"",
+                           @"file:", @"file://name", @"file:///%FF"})
         EXPECT_EQ(nil, [[NSImage alloc] initWithContentsOfURL:[NSURL URLWithString:text]])
             << [text UTF8String];
+}
+
+TEST_F(ImageFromData, LeavesNothingOfItsFileBehind) {
+    codecs_test::TemporaryFolder folder;
+    const std::string path = folder.write("four.png", fourColorPNG());
+    NSURL* url = [NSURL fileURLWithPath:[NSString stringWithUTF8String:path.c_str()]];
+    EXPECT_NE(nil, [[[NSImage alloc] initWithContentsOfURL:url] autorelease]);
+    // Base's loading of URLs keeps its handles, and they the whole content.
+    EXPECT_EQ(nil, [NSURLHandle cachedHandleForURL:url]);
 }
 
 TEST_F(ImageFromData, ByReferenceIsReadWhenAskedAbout) {
