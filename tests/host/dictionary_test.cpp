@@ -151,6 +151,18 @@ TEST_F(Dictionaries, GiveBackWhatTheyHeld) {
     EXPECT_FALSE(has(block));
 }
 
+TEST_F(Dictionaries, NestDeeply) {
+    constexpr int depth = 1000;
+    for (int i = 0; i < depth; ++i) {
+        const host::ObjectRef outer = host.create("Dictionary");
+        host.assign(outer, "Value", "inner", dictionary);
+        dictionary = outer;
+    }
+    EXPECT_EQ(host.instances("Dictionary"), depth + 1u);
+    dictionary = nullptr;
+    EXPECT_EQ(host.instances("Dictionary"), 0u);
+}
+
 TEST_F(Dictionaries, StayInOrderWhereManyKeysGo) {
     constexpr int many = 20000;
     for (int i = 0; i < many; ++i)

@@ -48,6 +48,19 @@ TEST_F(FolderItems, TellWhatIsThere) {
     EXPECT_TRUE(host.get<bool>(item("sub"), "Directory"));
 }
 
+TEST_F(FolderItems, AreKnownToPluginsByTheirTrueItem) {
+    using TrueItem = REALobjectStruct* (*)(REALobjectStruct*, REALword index);
+    const char* const declaration = "TrueItem(Index as integer) as Folderitem";
+    const host::ObjectRef top = host.folderItem(folder);
+    const auto trueItem =
+        reinterpret_cast<TrueItem>(service(LoadObjectMethod)(top.get(), declaration));
+    ASSERT_NE(trueItem, nullptr);
+    const auto first = host::ObjectRef::adopt(trueItem(top.get(), 1));
+    EXPECT_EQ(host.path(parent(first)), folder.string());
+    for (const char* const other : {"Date", "Dictionary", "RuntimeException"})
+        EXPECT_EQ(service(LoadObjectMethod)(host.create(other).get(), declaration), nullptr);
+}
+
 TEST_F(FolderItems, TellWhatIsNotThere) {
     const host::ObjectRef missing = item("missing");
     EXPECT_FALSE(host.get<bool>(missing, "Exists"));
