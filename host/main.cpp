@@ -22,7 +22,7 @@ namespace {
 using namespace host;
 using namespace host::language;
 
-enum Status : int { Success = 0, WrongUse = 2, BrokenRule = 3 };
+enum Status : int { Success = 0, Failure = 1, WrongUse = 2, BrokenRule = 3 };
 
 void write(std::FILE* file, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), file);
@@ -120,10 +120,7 @@ int work(const CommandLine& line) {
     return status;
 }
 
-} // namespace
-
-int main(int count, char** values) {
-    const std::vector<std::string> arguments(values + (count > 0 ? 1 : 0), values + count);
+int answer(const std::vector<std::string>& arguments) {
     std::string error;
     const std::optional<CommandLine> line = parseCommandLine(arguments, error);
     if (!line) {
@@ -135,4 +132,13 @@ int main(int count, char** values) {
         return Success;
     }
     return work(*line);
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    const int status = answer({values + (count > 0 ? 1 : 0), values + count});
+    if (!std::ferror(stdout)) return status;
+    complain("the output could not be written");
+    return status == Success ? Failure : status;
 }

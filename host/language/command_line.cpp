@@ -144,9 +144,9 @@ std::string_view helpText() {
     --system-version N       the system version that programs see, such as 10.6.8
     --help                   shows this
 
-Exit status: 0 or what the program's Quit says; 1 when it ends by an exception; 2 when the program or
-the command line is not understood, or a file cannot be loaded; 3 when a plug-in broke a rule of the
-host or kept a reference.
+Exit status: 0 or what the program's Quit says; 1 when it ends by an exception or its output cannot be
+written; 2 when the program or the command line is not understood, or a file cannot be loaded; 3 when
+a plug-in broke a rule of the host or kept a reference.
 )";
 }
 

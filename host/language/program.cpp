@@ -5,6 +5,7 @@
 #include "host/language/standard_error.h"
 #include "host/objects/array.h"
 #include "host/objects/runtime.h"
+#include "host/plugins/foreign_exceptions.h"
 
 #include <new>
 #include <utility>
@@ -53,8 +54,9 @@ RunResult Program::run(const RunOptions& options) const {
     Machine machine(bound_->globalCount, sinkOrNone(options.output));
     prepareVariables(machine, *bound_, options);
     try {
-        bound_->main.execute(machine);
-        return {};
+        const auto foreign = doUntilForeignException([&] { bound_->main.execute(machine); });
+        if (!foreign) return {};
+        return {1, ProgramError{machine.line, foreign->name, foreign->text}};
     } catch (const QuitRequest& quit) {
         return {quit.status, std::nullopt};
     } catch (const Raised& raised) {

@@ -18,7 +18,7 @@ struct BoundProgram;
 /// Why a program could not be compiled, or ended early.
 struct ProgramError {
     int line = 0;          ///< counted from 1
-    std::string className; ///< of the exception that the program did not catch, or "SyntaxError"
+    std::string className; ///< of the exception that ended the program, or "SyntaxError"
     std::string message;
 
     /// `file:line: class: message`
