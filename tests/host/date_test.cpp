@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 
 namespace {
 
@@ -78,9 +79,9 @@ TEST_F(Dates, TakeTheirFieldsOneAtATime) {
 TEST_F(Dates, SurviveTheLargestNumbers) {
     const host::ObjectRef date = host.create("Date", 2000);
     for (const char* const field : {"Year", "Month", "Day", "Hour", "Minute", "Second"}) {
-        host.set(date, field, INT64_MAX);
+        host.set(date, field, std::numeric_limits<REALword>::max());
         EXPECT_GT(host.get<int>(date, "Year"), 2000) << field;
-        host.set(date, field, INT64_MIN);
+        host.set(date, field, std::numeric_limits<REALword>::min());
         EXPECT_LT(host.get<int>(date, "Year"), 2000) << field;
         host.set(date, field, 1);
         host.set(date, "Year", 2000);
