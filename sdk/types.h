@@ -49,7 +49,8 @@ struct REALstringStruct {
 };
 
 /// A string's bytes as PluginGetStringData hands them out: followed by four zero bytes, owned by
-/// whoever holds the record, given back with PluginDisposeStringData.
+/// whoever holds the record, given back with PluginDisposeStringData. The bytes come from `malloc`:
+/// where a host lacks that service, `free` gives them back.
 struct REALstringData {
     void* data;
     std::uint32_t length;

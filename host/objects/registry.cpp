@@ -207,12 +207,12 @@ std::vector<std::string> Registry::leaks() const {
     return sentences;
 }
 
-void* Registry::makeBuffer(std::string_view bytes) {
+void* Registry::makeBuffer(std::string_view bytes, bool owed) {
     auto* const buffer = static_cast<char*>(std::malloc(bytes.size() + terminatorSize));
     if (!buffer) return nullptr;
     std::memcpy(buffer, bytes.data(), bytes.size());
     std::memset(buffer + bytes.size(), 0, terminatorSize);
-    buffers_[buffer] = Activity::current();
+    if (owed) buffers_[buffer] = Activity::current();
     return buffer;
 }
 

@@ -69,8 +69,9 @@ public:
         Registry& registry_;
     };
 
-    /// Bytes for a REALstringData, followed by four zero bytes; null when there is no memory.
-    void* makeBuffer(std::string_view bytes);
+    /// Bytes for a REALstringData from `malloc`, followed by four zero bytes; null when there is no
+    /// memory. Unless the host takes them back (`owed`), whoever holds them frees them.
+    void* makeBuffer(std::string_view bytes, bool owed);
     /// False when the buffer is none that is owed.
     bool freeBuffer(void* buffer);
 

@@ -1,8 +1,11 @@
 #include "host/objects/runtime.h"
 #include "host/services/arguments.h"
 #include "host/services/exports.h"
+#include "host/services/services.h"
 
 #include <CoreFoundation/CoreFoundation.h>
+
+#include <cstdlib>
 
 namespace host::exports {
 
@@ -64,7 +67,8 @@ std::uint8_t getStringData(REALstringStruct* string, std::uint32_t encoding, REA
     const bool convertible = !asItIs && own != REALtextEncodingNone;
     const auto bytes = convertText(bytesOf(string), convertible ? own : encoding, encoding);
     if (!bytes) return 0;
-    void* const buffer = registry().makeBuffer(*bytes);
+    void* const buffer =
+        registry().makeBuffer(*bytes, Services::isOffered(REALservices::DisposeStringData.name));
     if (!buffer) return 0;
     *data = {buffer, static_cast<std::uint32_t>(bytes->size()), asItIs ? own : encoding};
     return 1;
@@ -72,10 +76,15 @@ std::uint8_t getStringData(REALstringStruct* string, std::uint32_t encoding, REA
 
 void disposeStringData(REALstringData* data) {
     if (!arguments::isGiven(1, data)) return;
-    if (registry().freeBuffer(data->data))
+    if (registry().freeBuffer(data->data)) {
         *data = {};
-    else
+    } else if (!Services::isOffered(REALservices::GetStringData.name)) {
+        // A plug-in that is handed no copies makes them itself, by malloc.
+        std::free(data->data);
+        *data = {};
+    } else {
         Runtime::current().reportMisuse("argument 1: data that this host did not hand out");
+    }
 }
 
 const char* stringGetCString(REALstringStruct* string) {

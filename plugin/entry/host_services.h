@@ -37,8 +37,6 @@ inline constinit HostService<REALservices::GetStringCFString> REALGetStringCFStr
 /// room for as many bytes as the length field of `data` says on entry, or for the string if that is
 /// longer. A null string gives false.
 bool REALGetStringData(REALstringStruct* string, std::uint32_t encoding, REALstringData* data);
-/// Whether such copies are made here, by `malloc`: a buffer of the host's is for the host to free.
-bool string_data_is_made_here();
 
 // Objects and classes
 inline constinit HostService<REALservices::LockObject> REALLockObject;

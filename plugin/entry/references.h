@@ -99,7 +99,7 @@ public:
         if (filled_) {
             if (REALDisposeStringData.resolve())
                 REALDisposeStringData(&record_);
-            else if (string_data_is_made_here())
+            else
                 std::free(record_.data);
         }
         filled_ = false;

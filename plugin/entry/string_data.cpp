@@ -42,8 +42,6 @@ struct ByteReader {
     }
 };
 
-constinit HostService<REALservices::GetStringData> getStringData;
-
 bool copy_string_data(const ByteReader& reader, REALstringStruct* string, std::uint32_t encoding,
                       REALstringData& data) {
     if (encoding == REALtextEncodingNone) return reader.copy(string, data.length, data);
@@ -55,6 +53,7 @@ bool copy_string_data(const ByteReader& reader, REALstringStruct* string, std::u
 } // namespace
 
 bool REALGetStringData(REALstringStruct* string, std::uint32_t encoding, REALstringData* data) {
+    static constinit HostService<REALservices::GetStringData> getStringData;
     static constinit HostService<REALservices::StringGetCString> getCString;
 
     if (auto* const copy = getStringData.resolve()) return copy(string, encoding, data) != 0;
@@ -65,5 +64,3 @@ bool REALGetStringData(REALstringStruct* string, std::uint32_t encoding, REALstr
     data->encoding = encoding;
     return true;
 }
-
-bool string_data_is_made_here() { return !getStringData.resolve(); }

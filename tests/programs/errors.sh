@@ -30,8 +30,10 @@ End Try' --without-base
 program_gives 2 '.*program\.bas:2: .+' 'Print 1
 Print (2'
 program_gives 2 '.*program\.bas:1: .+' 'Wend'
-program_gives 3 '.*was not disposed of' 'Call NSImageZNT.imageWithData("no image")' \
+program_gives 0 "" 'Call NSImageZNT.imageWithData("no image")' \
     --without-service PluginDisposeStringData
+program_gives 0 "" 'Call NSImageZNT.imageWithData("no image")' \
+    --without-service PluginGetStringData
 program_gives 3 "" 'Quit 3'
 same "what was printed before an error" "first" "$(
     printf 'Print "first"\nRaise New RuntimeException\n' >"$folder/program.bas"

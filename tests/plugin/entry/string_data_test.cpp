@@ -7,16 +7,11 @@ constexpr int utf8 = REALtextEncodingUTF8;
 constexpr int utf16 = REALtextEncodingUTF16;
 constexpr std::string_view terminator("\0\0\0\0", 4);
 
-void free_data(REALstringData* data) { std::free(data->data); }
-
 /// REALGetStringData, on a host that copies the bytes out itself or on one that does not.
 class StringDataOn {
 public:
     explicit StringDataOn(std::vector<std::string> without = {})
-        : host(with_probe({.without = without, .withoutBase = true})) {
-        // A host that does not hand out data takes it back as it was made here.
-        if (!without.empty()) host.replace(REALservices::DisposeStringData, free_data);
-    }
+        : host(with_probe({.without = without, .withoutBase = true})) {}
 
     /// The bytes without the four zeros behind them; "(none)" when there are none.
     std::string copy(const host::Value& text, int encoding, int lengthOnEntry = 0) {
