@@ -17,3 +17,15 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_options() {
     return "print_suppressions=0";
 }
+
+/// In libCocoa, for programs that are linked with it.
+extern "C" __attribute__((weak)) void useFoundationOnce();
+
+namespace {
+
+// Before main and after every library has started.
+__attribute__((constructor)) void warmUp() {
+    if (useFoundationOnce) useFoundationOnce();
+}
+
+} // namespace

@@ -6,9 +6,10 @@
 
 #include <sanitizer/lsan_interface.h>
 
-namespace {
+/// Called by cmake/leak_suppressions.cpp when a program starts.
+extern "C" __attribute__((visibility("default"))) void useFoundationOnce();
 
-__attribute__((constructor)) void useFoundationOnce() {
+void useFoundationOnce() {
     __lsan_disable();
     NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
     [NSMutableArray array];
@@ -19,5 +20,3 @@ __attribute__((constructor)) void useFoundationOnce() {
     [pool release];
     __lsan_enable();
 }
-
-} // namespace
