@@ -17,6 +17,18 @@ using cocoa::URLParts;
 
 namespace {
 
+/// For functions that plain C calls, where no pool need be.
+class Pool {
+public:
+    Pool() = default;
+    Pool(const Pool&) = delete;
+    Pool& operator=(const Pool&) = delete;
+    ~Pool() { [pool_ release]; }
+
+private:
+    NSAutoreleasePool* pool_ = [[NSAutoreleasePool alloc] init];
+};
+
 NSURL* urlOf(CFURLRef url) { return (NSURL*)url; }
 
 std::string bytesOf(NSString* string) {
@@ -234,6 +246,7 @@ Boolean CFURLHasDirectoryPath(CFURLRef url) {
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex bufferSize) {
     if (!url || !buffer || bufferSize < 1) return false;
+    const Pool pool;
     std::string path;
     if (resolveAgainstBase || ![urlOf(url) baseURL]) {
         path = filePathOf(url);
