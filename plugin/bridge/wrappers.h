@@ -16,6 +16,8 @@ REALobjectStruct* NewNSImageZNT(NSImage* image);
 REALobjectStruct* NewNSPDFImageRepZNT(NSPDFImageRep* representation);
 REALobjectStruct* NewNSBitmapImageRepZNT(NSBitmapImageRep* representation);
 REALobjectStruct* NewNSColorZNT(NSColor* color);
+/// The same for objects of any class.
+REALobjectStruct* NewSharedWrapper(id object, const char* hostClass);
 
 /// A new wrapper at every call, of the most derived host class named after the object's class or
 /// one of its ancestors; null as well when the object is not of the required class.

@@ -12,17 +12,6 @@ void store(REALobjectStruct* wrapper, NSObject* object) {
     *static_cast<NSObject**>(REALfirstClassData(wrapper)) = [object retain];
 }
 
-REALobjectStruct* shared_wrapper(id object, const char* className) {
-    if (!object) return nullptr;
-    if (REALobjectStruct* const existing = find_instance(object))
-        return HostObject::retain(existing).leak();
-    REALobjectStruct* const wrapper = REALnewInstance(className);
-    if (!wrapper) return nullptr;
-    store(wrapper, object);
-    register_instance(object, wrapper);
-    return wrapper;
-}
-
 /// An instance of the host class named after a Cocoa class, if there is one.
 REALobjectStruct* new_instance_for(Class cocoaClass) {
     constexpr std::size_t longestName = 199;
@@ -35,17 +24,28 @@ REALobjectStruct* new_instance_for(Class cocoaClass) {
 
 } // namespace
 
-REALobjectStruct* NewNSImageZNT(NSImage* image) { return shared_wrapper(image, "NSImageZNT"); }
+REALobjectStruct* NewSharedWrapper(id object, const char* hostClass) {
+    if (!object) return nullptr;
+    if (REALobjectStruct* const existing = find_instance(object))
+        return HostObject::retain(existing).leak();
+    REALobjectStruct* const wrapper = REALnewInstance(hostClass);
+    if (!wrapper) return nullptr;
+    store(wrapper, object);
+    register_instance(object, wrapper);
+    return wrapper;
+}
+
+REALobjectStruct* NewNSImageZNT(NSImage* image) { return NewSharedWrapper(image, "NSImageZNT"); }
 
 REALobjectStruct* NewNSPDFImageRepZNT(NSPDFImageRep* representation) {
-    return shared_wrapper(representation, "NSPDFImageRepZNT");
+    return NewSharedWrapper(representation, "NSPDFImageRepZNT");
 }
 
 REALobjectStruct* NewNSBitmapImageRepZNT(NSBitmapImageRep* representation) {
-    return shared_wrapper(representation, "NSBitmapImageRepZNT");
+    return NewSharedWrapper(representation, "NSBitmapImageRepZNT");
 }
 
-REALobjectStruct* NewNSColorZNT(NSColor* color) { return shared_wrapper(color, "NSColorZNT"); }
+REALobjectStruct* NewNSColorZNT(NSColor* color) { return NewSharedWrapper(color, "NSColorZNT"); }
 
 REALobjectStruct* NewNSObjectZNT(NSObject* object, Class required) {
     if (!object || !required) return nullptr;

@@ -1,11 +1,12 @@
 #pragma once
 
-/// What the family's base part adds to NSException. It may be absent, so each of these is asked for
-/// before it is sent, but for the last.
+/// What the family's base part adds to Cocoa. It may be absent, so each of these is asked for
+/// before it is sent, but for the last of NSException.
 
 #include "sdk/types.h"
 
 #include <Cocoa/Cocoa.h>
+#include <objc/runtime.h>
 
 @interface NSException (BasePartZNT)
 
@@ -19,3 +20,19 @@
 + (REALobjectStruct*)NewNSExceptionZNT:(NSException*)exception;
 
 @end
+
+/// The class ZNTREALobjectWrapper: host objects dressed as Cocoa objects.
+@protocol ZNTREALobjectWrapping <NSObject>
+
+/// Autoreleased; keeps the host object.
++ (NSObject*)wrap:(REALobjectStruct*)object;
+
+/// The host object, with a reference for the caller.
+- (REALobjectStruct*)unwrap;
+
+@end
+
+/// Nil without the base part.
+inline Class<ZNTREALobjectWrapping> object_wrapper_class() {
+    return objc_getClass("ZNTREALobjectWrapper");
+}

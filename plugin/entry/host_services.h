@@ -4,6 +4,7 @@
 /// see sdk/services.h for the signatures and sdk/host_service.h for what a missing service does.
 
 #include "sdk/host_service.h"
+#include "sdk/registration.h"
 
 #include <type_traits>
 
@@ -68,6 +69,11 @@ inline constinit HostService<REALservices::UInt64ToVariant> REALNewVariantUInt64
 inline constinit HostService<REALservices::SingleToVariant> REALNewVariantSingle;
 inline constinit HostService<REALservices::DoubleToVariant> REALNewVariantDouble;
 inline constinit HostService<REALservices::BooleanToVariant> REALNewVariantBoolean;
+inline constinit HostService<REALservices::VariantToInt32> REALVariantToInt32;
+inline constinit HostService<REALservices::VariantToInt64> REALVariantToInt64;
+inline constinit HostService<REALservices::VariantToSingle> REALVariantToSingle;
+inline constinit HostService<REALservices::VariantToDouble> REALVariantToDouble;
+inline constinit HostService<REALservices::VariantToString> REALVariantToString;
 
 // Arrays
 inline constinit HostService<REALservices::CreateArray> REALCreateArray;
@@ -86,6 +92,16 @@ inline void REALInsertArrayValueObject(REALarrayStruct* array, std::int32_t inde
                                        REALobjectStruct* element) {
     if (auto* const insert = reinterpret_cast<REALarrayInsertObject>(REALGetArrayInsertProc(array)))
         insert(array, index, element);
+}
+
+/// The function that reads the elements of an array; null when the host does not tell. Hosts up to
+/// version 2013.9 may have put it into the array itself.
+template <typename Element>
+REALarrayGet<Element> REALGetArrayGetter(REALarrayStruct* array) {
+    constexpr double lastVersionWithCarriedGetters = 2013.9;
+    void* const carried =
+        rbversion <= lastVersionWithCarriedGetters ? array->elementGetter : nullptr;
+    return reinterpret_cast<REALarrayGet<Element>>(carried ? carried : REALGetArrayGetProc(array));
 }
 
 // Memory blocks

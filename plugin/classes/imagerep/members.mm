@@ -1,7 +1,7 @@
 #include "plugin/classes/imagerep/members.h"
 
 #include "plugin/bridge/data.h"
-#include "plugin/bridge/sizes.h"
+#include "plugin/bridge/geometry.h"
 #include "plugin/classes/handle.h"
 #include "plugin/entry/frames.h"
 #include "plugin/entry/instances.h"

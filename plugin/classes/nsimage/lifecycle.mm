@@ -1,5 +1,5 @@
 #include "plugin/bridge/data.h"
-#include "plugin/bridge/sizes.h"
+#include "plugin/bridge/geometry.h"
 #include "plugin/bridge/strings.h"
 #include "plugin/bridge/urls.h"
 #include "plugin/classes/handle.h"

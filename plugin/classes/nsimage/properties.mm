@@ -1,4 +1,4 @@
-#include "plugin/bridge/sizes.h"
+#include "plugin/bridge/geometry.h"
 #include "plugin/bridge/strings.h"
 #include "plugin/bridge/wrappers.h"
 #include "plugin/classes/handle.h"

@@ -1,7 +1,7 @@
 /// Members that make another image, or encoded data, of the image. Without an image they give null.
 
 #include "plugin/bridge/data.h"
-#include "plugin/bridge/sizes.h"
+#include "plugin/bridge/geometry.h"
 #include "plugin/bridge/wrappers.h"
 #include "plugin/classes/handle.h"
 #include "plugin/classes/nsimage/ImageAdditionsZNT.h"

@@ -7,7 +7,8 @@
 extern "C" __attribute__((visibility("default"))) void REALPluginMain(REALresolver resolver) {
     REALregistration::take_up_host(resolver);
     FixConsoleFlags(FlagProbe);
-    for (REALclassDefinition* definition : {&StringProbe, &DataProbe, &URLProbe, &WrapperProbe,
-                                            &FrameProbe, &ExceptionProbe, &FlagProbe})
+    for (REALclassDefinition* definition :
+         {&StringProbe, &DataProbe, &URLProbe, &ValueProbe, &WrapperProbe, &FrameProbe,
+          &ExceptionProbe, &FlagProbe})
         MyREALRegisterClass(*definition);
 }
