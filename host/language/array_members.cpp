@@ -4,6 +4,7 @@
 #include "host/language/text.h"
 #include "host/language/value_nodes.h"
 #include "host/objects/array.h"
+#include "host/objects/date.h"
 #include "host/objects/runtime.h"
 
 #include <algorithm>
@@ -63,7 +64,21 @@ Value upperBound(Array& array, std::span<Value>) {
     return static_cast<REALword>(array.upperBound());
 }
 
+bool canBeSorted(const Type& type) {
+    const bool isDate = type.kind == Kind::Object && sameName(type.className, "Date");
+    return type.isNumber() || type.kind == Kind::String || isDate;
+}
+
+/// Nil comes first.
+bool isEarlier(const Value& left, const Value& right) {
+    const auto* const leftDate = stateOf<Date>(left.object());
+    const auto* const rightDate = stateOf<Date>(right.object());
+    if (!leftDate || !rightDate) return !leftDate && rightDate;
+    return leftDate->totalSeconds() < rightDate->totalSeconds();
+}
+
 bool isBefore(const Value& left, const Value& right) {
+    if (left.kind() == Kind::Object) return isEarlier(left, right);
     if (left.kind() == Kind::String)
         return compareText(*left.get<StringRef>(), *right.get<StringRef>()) < 0;
     // What is no number comes last, so that there is an order.
@@ -103,8 +118,7 @@ std::optional<ArrayMember> findArrayMember(std::string_view name, const Type& el
     for (const Entry& entry : table) {
         Signature signature = Signature::parse(entry.declaration).value();
         if (!sameName(signature.name, name)) continue;
-        if (entry.body == sort && !elementType.isNumber() && elementType.kind != Kind::String)
-            return std::nullopt;
+        if (entry.body == sort && !canBeSorted(elementType)) return std::nullopt;
         if (isElementPlaceholder(signature.result)) signature.result = elementType;
         for (host::Parameter& parameter : signature.parameters)
             if (isElementPlaceholder(parameter.type)) parameter.type = elementType;

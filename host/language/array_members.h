@@ -19,7 +19,8 @@ struct ArrayMember {
     ArrayBody body;
 };
 
-/// Nothing when arrays of this element type have no such member: Sort is for numbers and strings.
+/// Nothing when arrays of this element type have no such member: Sort is for numbers, strings
+/// and Dates.
 std::optional<ArrayMember> findArrayMember(std::string_view name, const Type& elementType);
 
 } // namespace host::language

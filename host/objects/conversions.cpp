@@ -27,9 +27,17 @@ Value currencyOf(const Value& value) {
     return Currency{scaled.toInt64()};
 }
 
+bool isDate(const Type& type) {
+    return type.kind == Kind::Object && sameName(type.className, "Date");
+}
+
 std::optional<Value> convertToObject(const Value& value, const Type& type) {
     if (value.kind() == Kind::String && isMemoryBlock(type))
         return newMemoryBlock(value.get<StringRef>()->bytes());
+    if (value.kind() == Kind::String && isDate(type)) {
+        const auto fields = parseSQLDate(value.utf8());
+        return fields ? std::optional<Value>(newDate(*fields)) : std::nullopt;
+    }
     if (value.kind() != Kind::Object) return std::nullopt;
     if (value.isNil() || type.className.empty()) return value;
     const Class* const wanted = Runtime::current().findClass(type.className);
@@ -40,8 +48,21 @@ std::optional<Value> convertToObject(const Value& value, const Type& type) {
 std::optional<Value> convertToArray(const Value& value, const Type& type) {
     if (value.isNil()) return value;
     const Array* const array = arrayOf(value);
-    if (!array || array->elementType != type.element()) return std::nullopt;
-    return value;
+    if (!array) return std::nullopt;
+    const Type wanted = type.element();
+    if (array->elementType == wanted) return value;
+    if (array->elementType != Type(Kind::Variant)) return std::nullopt;
+    std::vector<Value> elements;
+    elements.reserve(array->elements.size());
+    for (const Value& element : array->elements) {
+        // As a single Variant that is Nil becomes a number or text.
+        auto converted = element.isNil() ? neutralValue(wanted) : convert(element, wanted);
+        if (!converted) return std::nullopt;
+        elements.push_back(std::move(*converted));
+    }
+    ObjectRef copy = newArray(wanted);
+    arrayOf(copy)->elements = std::move(elements);
+    return copy;
 }
 
 /// Whether text, numbers and the like can be read as each other, as a Variant reads what it holds.
@@ -141,6 +162,7 @@ std::optional<int> conversionCost(const Type& from, const Type& to) {
         NilToVariant = 2,
         BlockToText = 15,
         FromVariant = 25,
+        FromVariantArray = 26,
         ToVariant = 30
     };
     if (from == to) return 0;
@@ -151,6 +173,7 @@ std::optional<int> conversionCost(const Type& from, const Type& to) {
     }
     if (to.kind == Kind::Variant && !to.isArray) return ToVariant;
     if (from.kind == Kind::Variant && !from.isArray) return FromVariant;
+    if (from.isArray && to.isArray && from.kind == Kind::Variant) return FromVariantArray;
     if (from.isArray || to.isArray) return std::nullopt;
     if (from.isNumber() && to.isNumber()) return numberCost(from.kind, to.kind);
     if (to.kind == Kind::Object) return objectCost(from, to);

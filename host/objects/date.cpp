@@ -9,8 +9,6 @@
 #include <cstdio>
 #include <ctime>
 #include <limits>
-#include <optional>
-#include <string_view>
 
 namespace host {
 
@@ -121,37 +119,6 @@ std::int64_t bounded(const Value& value) {
     return std::clamp(value.toInt64(), -largestField, largestField);
 }
 
-/// Reads "2000-02-29" or "2000-02-29 10:20:30"; nothing for anything else.
-std::optional<DateFields> parseSQL(std::string_view text) {
-    struct Part {
-        std::int64_t DateFields::*field;
-        char separator; ///< before the part
-        std::int64_t least;
-        std::int64_t most;
-    };
-    constexpr std::array<Part, 6> parts{{{&DateFields::year, 0, 0, 9999},
-                                         {&DateFields::month, '-', 1, 12},
-                                         {&DateFields::day, '-', 1, 31},
-                                         {&DateFields::hour, ' ', 0, 23},
-                                         {&DateFields::minute, ':', 0, 59},
-                                         {&DateFields::second, ':', 0, 59}}};
-    DateFields fields;
-    const char* position = text.data();
-    const char* const end = position + text.size();
-    for (const Part& part : parts) {
-        if (position == end && part.field == &DateFields::hour) break;
-        if (part.separator && (position == end || *position++ != part.separator))
-            return std::nullopt;
-        const auto [next, error] = std::from_chars(position, end, fields.*part.field);
-        if (error != std::errc() || fields.*part.field < part.least ||
-            fields.*part.field > part.most)
-            return std::nullopt;
-        position = next;
-    }
-    const bool isDay = fieldsFrom(secondsFrom(fields)) == fields;
-    return position == end && isDay ? std::optional(fields) : std::nullopt;
-}
-
 std::string sqlDate(const DateFields& fields) {
     std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), "%04lld-%02d-%02d", static_cast<long long>(fields.year),
@@ -160,7 +127,7 @@ std::string sqlDate(const DateFields& fields) {
 }
 
 void setSQL(REALobjectStruct* self, const Value& value) {
-    const auto fields = parseSQL(value.utf8());
+    const auto fields = parseSQLDate(value.utf8());
     if (!fields)
         raise("UnsupportedFormatException",
               "\"" + value.utf8() + "\" is no date such as 2000-02-29 10:20:30.");
@@ -229,6 +196,42 @@ std::string Date::sqlDateTime() const {
     std::snprintf(time.data(), time.size(), " %02d:%02d:%02d", static_cast<int>(named.hour),
                   static_cast<int>(named.minute), static_cast<int>(named.second));
     return sqlDate(named) + time.data();
+}
+
+std::optional<DateFields> parseSQLDate(std::string_view text) {
+    struct Part {
+        std::int64_t DateFields::*field;
+        char separator; ///< before the part
+        std::int64_t least;
+        std::int64_t most;
+    };
+    constexpr std::array<Part, 6> parts{{{&DateFields::year, 0, 0, 9999},
+                                         {&DateFields::month, '-', 1, 12},
+                                         {&DateFields::day, '-', 1, 31},
+                                         {&DateFields::hour, ' ', 0, 23},
+                                         {&DateFields::minute, ':', 0, 59},
+                                         {&DateFields::second, ':', 0, 59}}};
+    DateFields fields;
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    for (const Part& part : parts) {
+        if (position == end && part.field == &DateFields::hour) break;
+        if (part.separator && (position == end || *position++ != part.separator))
+            return std::nullopt;
+        const auto [next, error] = std::from_chars(position, end, fields.*part.field);
+        if (error != std::errc() || fields.*part.field < part.least ||
+            fields.*part.field > part.most)
+            return std::nullopt;
+        position = next;
+    }
+    const bool isDay = fieldsFrom(secondsFrom(fields)) == fields;
+    return position == end && isDay ? std::optional(fields) : std::nullopt;
+}
+
+ObjectRef newDate(const DateFields& fields) {
+    ObjectRef object = Runtime::current().newInstance("Date");
+    if (auto* const date = stateOf<Date>(object)) date->assigned = fields;
+    return object;
 }
 
 void defineDate(Runtime& runtime) {

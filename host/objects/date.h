@@ -6,7 +6,9 @@
 #include "host/objects/object.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -39,5 +41,11 @@ struct Date : State {
     /// "2000-02-29 10:20:30"
     std::string sqlDateTime() const;
 };
+
+/// Reads "2000-02-29" or "2000-02-29 10:20:30"; nothing for anything else, such as a day that no
+/// month has.
+std::optional<DateFields> parseSQLDate(std::string_view text);
+
+ObjectRef newDate(const DateFields& fields);
 
 } // namespace host

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <fstream>
 #include <limits>
 #include <system_error>
@@ -27,25 +28,27 @@ FolderItem& itemOf(REALobjectStruct* self) { return *stateOf<FolderItem>(self); 
     raiseIO(action, path, {errno ? errno : EIO, std::generic_category()});
 }
 
-/// What the folder holds, by name; nothing for what is no readable folder.
-std::vector<fs::path> children(const fs::path& folder) {
-    std::vector<fs::path> found;
+std::vector<std::string> readNames(const fs::path& folder) {
+    std::vector<std::string> found;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error))
-        found.push_back(entry->path());
+        found.push_back(entry->path().filename().string());
     std::ranges::sort(found);
     return found;
 }
 
+const std::vector<std::string>& namesIn(FolderItem& item) { return item.contents.names(item.path); }
+
 /// The child of the one-based index.
 Value item(REALobjectStruct* self, std::span<Value> arguments) {
-    const std::vector<fs::path> list = children(itemOf(self).path);
+    FolderItem& folder = itemOf(self);
+    const std::vector<std::string>& names = namesIn(folder);
     const std::int64_t index = arguments[0].toInt64();
-    if (index < 1 || index > static_cast<std::int64_t>(list.size()))
+    if (index < 1 || index > static_cast<std::int64_t>(names.size()))
         raise("OutOfBoundsException", "Item " + std::to_string(index) + " is not among the " +
-                                          std::to_string(list.size()) + " of this folder.");
-    return newFolderItem(list[static_cast<std::size_t>(index - 1)]);
+                                          std::to_string(names.size()) + " of this folder.");
+    return newFolderItem(folder.path / names[static_cast<std::size_t>(index - 1)]);
 }
 
 Value child(REALobjectStruct* self, std::span<Value> arguments) {
@@ -122,6 +125,19 @@ Value parent(REALobjectStruct* self) {
 
 } // namespace
 
+const std::vector<std::string>& FolderContents::names(const fs::path& folder) {
+    // File systems tell the time of a change in steps of up to two seconds: a folder that changed
+    // less than that ago may change again without showing it.
+    constexpr auto coarsestStep = std::chrono::milliseconds(2500);
+    std::error_code error;
+    const Time changed = fs::last_write_time(folder, error);
+    if (!error && isSettled_ && changed == changed_) return names_;
+    isSettled_ = !error && Time::clock::now() - changed > coarsestStep;
+    changed_ = changed;
+    names_ = readNames(folder);
+    return names_;
+}
+
 ObjectRef newFolderItem(const fs::path& path) {
     ObjectRef object = Runtime::current().newInstance("FolderItem");
     if (auto* const made = stateOf<FolderItem>(object)) {
@@ -154,7 +170,7 @@ void defineFolderItem(Runtime& runtime) {
     type.addProperty("Directory", Kind::Boolean, isDirectory);
     type.addProperty("Parent", Type::object("FolderItem"), parent);
     type.addProperty("Count", Type::integer(), [](REALobjectStruct* self) -> Value {
-        return static_cast<REALword>(children(itemOf(self).path).size());
+        return static_cast<REALword>(namesIn(itemOf(self)).size());
     });
     type.addMethod("Child(name As String) As FolderItem", child);
     type.addMethod("Item(index As Integer) As FolderItem", item);

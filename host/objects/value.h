@@ -110,7 +110,9 @@ Value neutralValue(const Type& type);
 /// The value as one of the type, as an assignment converts it; nothing when the language has no
 /// such conversion (an object of another class, text to an object, ...). Text and MemoryBlocks
 /// convert into each other, everything converts to Variant, and Variants into what they hold; a
-/// Variant's Date is read as text by its SQLDateTime and as a number by its TotalSeconds.
+/// Variant's Date is read as text by its SQLDateTime and as a number by its TotalSeconds, and its
+/// text as a Date where it has that form. A Variant() gives a copy as an array of another type when
+/// each of its elements converts.
 std::optional<Value> convert(const Value& value, const Type& type);
 
 /// How far a type is from another, for choosing among overloads: 0 for the same type; nothing when

@@ -4,6 +4,7 @@
 #include <Carbon/Carbon.h>
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -77,6 +78,37 @@ TEST_F(FolderItems, LeadToTheirChildrenByNameAndByIndexFromOne) {
     EXPECT_EQ(name(1), "B.txt");
     EXPECT_EQ(name(3), "sub");
     EXPECT_EQ(host.path(host.call<host::ObjectRef>(top, "Child", "new.txt")), folder / "new.txt");
+}
+
+TEST_F(FolderItems, NoticeWhatComesAndGoesWhileTheyListAFolder) {
+    const host::ObjectRef top = host.folderItem(folder);
+    for (const auto age : {std::chrono::hours(0), std::chrono::hours(1)}) {
+        fs::last_write_time(folder, fs::file_time_type::clock::now() - age);
+        EXPECT_EQ(host.get<int>(top, "Count"), 3);
+        std::ofstream(folder / "Added.txt");
+        EXPECT_EQ(host.get<int>(top, "Count"), 4);
+        EXPECT_EQ(host.path(host.call<host::ObjectRef>(top, "Item", 1)), folder / "Added.txt");
+        fs::remove(folder / "Added.txt");
+        EXPECT_EQ(host.path(host.call<host::ObjectRef>(top, "Item", 1)), folder / "B.txt");
+    }
+}
+
+TEST_F(FolderItems, ListALargeFolderInATimeThatGrowsWithItsSize) {
+    constexpr int count = 1500;
+    for (int i = 0; i < count; ++i)
+        std::ofstream(folder / "sub" / std::to_string(100000 + i));
+    fs::last_write_time(folder / "sub", fs::file_time_type::clock::now() - std::chrono::hours(1));
+    const host::ObjectRef large = item("sub");
+    const auto timed = [&](int reads, const char* member) {
+        const auto start = std::chrono::steady_clock::now();
+        for (int i = 1; i <= reads; ++i)
+            host.call(large, member, i);
+        return std::chrono::steady_clock::now() - start;
+    };
+    const auto first = timed(1, "Item");
+    EXPECT_LT(timed(count, "Item"), first * 300);
+    EXPECT_EQ(host.path(host.call<host::ObjectRef>(large, "Item", count)),
+              folder / "sub" / std::to_string(100000 + count - 1));
 }
 
 TEST_F(FolderItems, RaiseForIndexesWithoutAChild) {

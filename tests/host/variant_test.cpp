@@ -108,6 +108,25 @@ TEST_F(Variants, OfDatesAreReadAsTextAndAsSeconds) {
     EXPECT_EQ(host.references(date), 1);
 }
 
+TEST_F(Variants, OfTextAreReadAsDatesWhereTheyNameOne) {
+    const auto dateOf = [](std::string_view text) {
+        REALobjectStruct* date = nullptr;
+        const host::ObjectRef variant = host::boxed(text);
+        EXPECT_EQ(service(GetPropValueObject)(variant.get(), "DateValue", &date), 1);
+        return host::ObjectRef::adopt(date);
+    };
+    const auto sql = [&](std::string_view text) {
+        const host::ObjectRef date = dateOf(text);
+        return date ? host.get<std::string>(date, "SQLDateTime") : "Nil";
+    };
+    EXPECT_EQ(sql("2000-02-29 10:20:30"), "2000-02-29 10:20:30");
+    EXPECT_EQ(sql("1904-01-02"), "1904-01-02 00:00:00");
+    EXPECT_EQ(host.references(dateOf("1904-01-02")), 1);
+    for (const char* const other :
+         {"", "soon", "2001-02-29", "2000-02-29 10:20", "2000-02-29 24:00:00", "2000-02-29x", "42"})
+        EXPECT_EQ(sql(other), "Nil") << other;
+}
+
 TEST_F(Variants, OfOtherKindsAreReadAsNeutralValues) {
     const host::ObjectRef dictionary = host.create("Dictionary");
     EXPECT_EQ(service(VariantToInt32)(dictionary.get()), 0);

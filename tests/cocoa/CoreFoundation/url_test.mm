@@ -168,6 +168,19 @@ TEST_F(URLs, ReferToFiles) {
     EXPECT_TRUE(CFURLHasDirectoryPath(back.get()));
 }
 
+TEST_F(URLs, ReferToFilesAlsoInCapitals) {
+    const TemporaryFolder folder;
+    const std::string file = folder.file("a.txt", "abc");
+    const URL capitals = url(("FILE://" + file).c_str());
+    EXPECT_TRUE([(NSURL*)capitals.get() isFileURL]);
+    EXPECT_FALSE([(NSURL*)url("HTTP://host/file").get() isFileURL]);
+    EXPECT_FALSE([(NSURL*)url("a/file").get() isFileURL]);
+    FSRef ref;
+    EXPECT_TRUE(CFURLGetFSRef(capitals.get(), &ref));
+    EXPECT_TRUE([[NSData dataWithContentsOfURL:(NSURL*)capitals.get()]
+        isEqual:[NSData dataWithBytes:"abc" length:3]]);
+}
+
 TEST_F(URLs, ReferToNothingWhereThereIsNothing) {
     const TemporaryFolder folder;
     FSRef ref;

@@ -35,6 +35,11 @@ const Mistake exceptions[] = {
     {"RedimBeyondMeasure", "Dim a() As Integer\nRedim a(2000000000)",
      "2: OutOfMemoryException: An array cannot have the upper bound 2000000000; it can have "
      "67108864 elements"},
+    {"DateFromOtherText", "Dim v As Variant = \"soon\"\nDim d As Date = v",
+     "2: TypeMismatchException: Expected Date but found String"},
+    {"ArrayFromOtherElements",
+     "Dim v() As Variant = Array(\"1\", New Dictionary)\nDim s() As Integer = v",
+     "2: TypeMismatchException: Expected Integer() but found Variant()"},
     {"NilArray", "Dim a() As Integer = Nil\nPrint UBound(a)",
      "2: NilObjectException: The array is Nil"},
     {"NilArrayInALoop", "Dim a() As Integer = Nil\nFor Each i As Integer In a\nNext",
@@ -227,6 +232,16 @@ static std::string outputWhereLongLinesFindNoMemory(std::string_view source) {
     };
     const host::language::RunResult result = host::language::runProgram(source, options);
     return result.error ? output + result.error->text("") : output;
+}
+
+/// This takes a gigabyte.
+TEST(ArraysOfTheLargestSize, TakeNoFurtherElement) {
+    EXPECT_EQ(outputOf("Dim a(67108863) As Boolean\nFor i As Integer = 1 To 2\nTry\n"
+                       "If i = 1 Then a.Append True\nIf i = 2 Then a.Insert 0, True\n"
+                       "Catch e As OutOfMemoryException\nPrint e.Message\nEnd Try\nNext\n"
+                       "Print UBound(a)\nCall a.Pop\na.Append True\nPrint a(UBound(a))"),
+              "An array cannot have more than 67108864 elements\n"
+              "An array cannot have more than 67108864 elements\n67108863\nTrue\n");
 }
 
 TEST(MemoryThatRanOut, IsAnExceptionThatAProgramCanCatch) {

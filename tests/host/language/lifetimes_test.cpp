@@ -123,6 +123,13 @@ TEST_F(Lifetimes, ArraysKeepWhatTheyHold) {
         "+a +b -a 1 2 -b 3 ");
 }
 
+TEST_F(Lifetimes, AnArrayOfAnotherTypeHoldsTheSameObjects) {
+    EXPECT_EQ(logOf("Dim all() As Variant\nall.Append New Probe(\"a\")\nall.Append Nil\nDim p() As "
+                    "Probe = all\n"
+                    "Redim all(-1)\nPrint 1\nPrint UBound(p)\np.Remove 0\nPrint 2"),
+              "+a 1 1 -a 2 ");
+}
+
 TEST_F(Lifetimes, ACaughtExceptionGoesAtTheEndOfItsCatch) {
     EXPECT_EQ(
         logOf("Dim kept As RuntimeException\nFor i As Integer = 1 To 3\nTry\n"

@@ -61,3 +61,17 @@ Print Names(1)
 Print UBound(Names)
 Dim a(1), b As Integer, c(2) As String
 Print UBound(a) & UBound(c) & b
+Dim anything() As Variant = Array(7, "8", 9.5, Nil)
+Dim whole() As Integer = anything
+whole(0) = 70
+Print whole(0) + whole(1) + whole(2) + whole(3)
+Print anything(0)
+Dim held As Variant = anything
+Dim texts() As String = held
+Print Join(texts, "|")
+Redim anything(1)
+anything(0) = New MemoryBlock(3)
+anything(1) = Nil
+objects = anything
+Print objects(0).Size
+Print objects(1) Is Nil

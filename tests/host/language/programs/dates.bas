@@ -42,3 +42,15 @@ events.Value(New Date(2001, 5, 6)) = "party"
 Print events.Value(days(0))
 Dim today As New Date
 Print today.Year > 2020
+Dim sorted() As Date = Array(d, New Date(2001, 5, 6), New Date(1999, 1, 1))
+sorted.Append Nil
+sorted.Sort
+Print sorted(0) Is Nil
+For i As Integer = 1 To 3
+  Print sorted(i).SQLDate
+Next
+v = "2000-02-29 10:20:30"
+Dim leapDay As Date = v
+Print leapDay.DayOfWeek & " " & v.DateValue.Second
+v = "no date"
+Print v.DateValue Is Nil
