@@ -35,6 +35,7 @@ NSString* const NSImageHintInterpolation = @"NSImageHintInterpolation";
     NSImage* copy = (NSImage*)NSCopyObject(self, 0, zone);
     copy->_state = new NSImageState(*_state);
     copy->_state->name = {};
+    copy->_state->isNamed = false;
     copy->_state->representations = Owned<NSMutableArray*>::adopt([[NSMutableArray alloc] init]);
     for (NSUInteger index = 0; index < [_state->representations count]; ++index) {
         auto rep = Owned<NSImageRep*>::adopt(

@@ -13,6 +13,7 @@ struct NSImageState {
     cocoa::appkit::Owned<NSMutableArray*> representations;
     cocoa::appkit::Owned<NSURL*> reference; ///< where to read from when first asked; nil: done
     cocoa::appkit::Owned<NSString*> name;
+    bool isNamed = false; ///< read without the lock of names
     cocoa::appkit::Owned<NSColor*> backgroundColor;
     cocoa::appkit::Owned<NSString*> accessibilityDescription;
     NSImageCacheMode cacheMode = NSImageCacheDefault;

@@ -1,14 +1,11 @@
 #include "cocoa/Carbon/icons.h"
 
+#include "cocoa/Carbon/file_bytes.h"
 #include "cocoa/Carbon/file_references.h"
 
-#include <cerrno>
-#include <fcntl.h>
 #include <limits>
 #include <map>
 #include <mutex>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <unordered_map>
 #include <utility>
 
@@ -18,52 +15,19 @@ using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::size_t largestIconFile = 64 * 1024 * 1024;
 
-class OpenFile {
-public:
-    /// Does not wait for a writer where the path is one of a pipe.
-    explicit OpenFile(const std::string& path)
-        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-
-    bool isRegular() const {
-        struct stat status;
-        return descriptor_ >= 0 && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode);
-    }
-
-    /// False when the file ends early.
-    bool read(std::uint8_t* bytes, std::size_t count) const {
-        while (count) {
-            const ssize_t got = ::read(descriptor_, bytes, count);
-            if (got < 0 && errno == EINTR) continue;
-            if (got <= 0) return false;
-            bytes += got;
-            count -= static_cast<std::size_t>(got);
-        }
-        return true;
-    }
-
-private:
-    int descriptor_;
-};
-
 /// The file's bytes, as many as its header states; null for a file that is no icon file.
 std::shared_ptr<const Bytes> readIconFile(const std::string& path) {
     constexpr std::size_t headerSize = 8;
-    const OpenFile file(path);
-    Bytes bytes(headerSize);
-    if (!file.isRegular() || !file.read(bytes.data(), headerSize)) return nullptr;
+    auto file = cocoa::readFile(path, largestIconFile);
+    if (!file || file->size() < headerSize) return nullptr;
+    Bytes& bytes = *file;
     const auto word = [&](std::size_t at) {
         return std::uint32_t{bytes[at]} << 24 | std::uint32_t{bytes[at + 1]} << 16 |
                std::uint32_t{bytes[at + 2]} << 8 | std::uint32_t{bytes[at + 3]};
     };
     const std::size_t size = word(4);
-    if (word(0) != 'icns' || size < headerSize || size > largestIconFile) return nullptr;
+    if (word(0) != 'icns' || size < headerSize || size > bytes.size()) return nullptr;
     bytes.resize(size);
-    if (!file.read(bytes.data() + headerSize, size - headerSize)) return nullptr;
     return std::make_shared<const Bytes>(std::move(bytes));
 }
 

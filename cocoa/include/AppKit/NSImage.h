@@ -107,7 +107,9 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
 
 @interface NSImage (NSImageNames)
 
-/// The image that bears the name now; nil when none does or for nil. Not retained by its name.
+/// The image that bears the name now, which the name does not keep alive; else, for one of the names
+/// below, the icon of the machine's icon theme, which then bears the name and stays. Nil when there
+/// is neither, and for nil.
 + (id)imageNamed:(NSString*)name;
 /// NO when another image bears the name. Nil takes the receiver's name away.
 - (BOOL)setName:(NSString*)string;
@@ -173,3 +175,66 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
 - (void)unlockFocus;
 
 @end
+
+/// The images of the system. Those of the names that end in "Template" are templates: black, with
+/// the picture in their alpha.
+APPKIT_EXTERN NSString* const NSImageNameQuickLookTemplate;
+APPKIT_EXTERN NSString* const NSImageNameBluetoothTemplate;
+APPKIT_EXTERN NSString* const NSImageNameIChatTheaterTemplate;
+APPKIT_EXTERN NSString* const NSImageNameSlideshowTemplate;
+APPKIT_EXTERN NSString* const NSImageNameActionTemplate;
+APPKIT_EXTERN NSString* const NSImageNameSmartBadgeTemplate;
+APPKIT_EXTERN NSString* const NSImageNameIconViewTemplate;
+APPKIT_EXTERN NSString* const NSImageNameListViewTemplate;
+APPKIT_EXTERN NSString* const NSImageNameColumnViewTemplate;
+APPKIT_EXTERN NSString* const NSImageNameFlowViewTemplate;
+APPKIT_EXTERN NSString* const NSImageNamePathTemplate;
+APPKIT_EXTERN NSString* const NSImageNameInvalidDataFreestandingTemplate;
+APPKIT_EXTERN NSString* const NSImageNameLockLockedTemplate;
+APPKIT_EXTERN NSString* const NSImageNameLockUnlockedTemplate;
+APPKIT_EXTERN NSString* const NSImageNameGoRightTemplate;
+APPKIT_EXTERN NSString* const NSImageNameGoLeftTemplate;
+APPKIT_EXTERN NSString* const NSImageNameRightFacingTriangleTemplate;
+APPKIT_EXTERN NSString* const NSImageNameLeftFacingTriangleTemplate;
+APPKIT_EXTERN NSString* const NSImageNameAddTemplate;
+APPKIT_EXTERN NSString* const NSImageNameRemoveTemplate;
+APPKIT_EXTERN NSString* const NSImageNameRevealFreestandingTemplate;
+APPKIT_EXTERN NSString* const NSImageNameFollowLinkFreestandingTemplate;
+APPKIT_EXTERN NSString* const NSImageNameEnterFullScreenTemplate;
+APPKIT_EXTERN NSString* const NSImageNameExitFullScreenTemplate;
+APPKIT_EXTERN NSString* const NSImageNameStopProgressTemplate;
+APPKIT_EXTERN NSString* const NSImageNameStopProgressFreestandingTemplate;
+APPKIT_EXTERN NSString* const NSImageNameRefreshTemplate;
+APPKIT_EXTERN NSString* const NSImageNameRefreshFreestandingTemplate;
+APPKIT_EXTERN NSString* const NSImageNameBonjour;
+APPKIT_EXTERN NSString* const NSImageNameComputer;
+APPKIT_EXTERN NSString* const NSImageNameFolderBurnable;
+APPKIT_EXTERN NSString* const NSImageNameFolderSmart;
+APPKIT_EXTERN NSString* const NSImageNameFolder;
+APPKIT_EXTERN NSString* const NSImageNameNetwork;
+APPKIT_EXTERN NSString* const NSImageNameDotMac;
+APPKIT_EXTERN NSString* const NSImageNameMobileMe;
+APPKIT_EXTERN NSString* const NSImageNameMultipleDocuments;
+APPKIT_EXTERN NSString* const NSImageNameUserAccounts;
+APPKIT_EXTERN NSString* const NSImageNamePreferencesGeneral;
+APPKIT_EXTERN NSString* const NSImageNameAdvanced;
+APPKIT_EXTERN NSString* const NSImageNameInfo;
+APPKIT_EXTERN NSString* const NSImageNameFontPanel;
+APPKIT_EXTERN NSString* const NSImageNameColorPanel;
+APPKIT_EXTERN NSString* const NSImageNameUser;
+APPKIT_EXTERN NSString* const NSImageNameUserGroup;
+APPKIT_EXTERN NSString* const NSImageNameEveryone;
+APPKIT_EXTERN NSString* const NSImageNameUserGuest;
+APPKIT_EXTERN NSString* const NSImageNameMenuOnStateTemplate;
+APPKIT_EXTERN NSString* const NSImageNameMenuMixedStateTemplate;
+APPKIT_EXTERN NSString* const NSImageNameApplicationIcon;
+APPKIT_EXTERN NSString* const NSImageNameTrashEmpty;
+APPKIT_EXTERN NSString* const NSImageNameTrashFull;
+APPKIT_EXTERN NSString* const NSImageNameHomeTemplate;
+APPKIT_EXTERN NSString* const NSImageNameBookmarksTemplate;
+APPKIT_EXTERN NSString* const NSImageNameCaution;
+APPKIT_EXTERN NSString* const NSImageNameStatusAvailable;
+APPKIT_EXTERN NSString* const NSImageNameStatusPartiallyAvailable;
+APPKIT_EXTERN NSString* const NSImageNameStatusUnavailable;
+APPKIT_EXTERN NSString* const NSImageNameStatusNone;
+APPKIT_EXTERN NSString* const NSImageNameShareTemplate;
