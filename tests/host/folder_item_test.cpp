@@ -1,5 +1,6 @@
 #include "host/called_services.h"
 #include "support/host.h"
+#include "support/temporary_folder.h"
 
 #include <Carbon/Carbon.h>
 #include <gmock/gmock.h>
@@ -19,13 +20,10 @@ namespace fs = std::filesystem;
 class FolderItems : public testing::Test {
 protected:
     FolderItems() {
-        std::string pattern = fs::temp_directory_path() / "folder-items-XXXXXX";
-        folder = ::mkdtemp(pattern.data());
-        std::ofstream(folder / "a.txt") << "abc";
-        std::ofstream(folder / "B.txt");
-        fs::create_directory(folder / "sub");
+        temporary.file("a.txt", "abc");
+        temporary.file("B.txt", "");
+        temporary.folder("sub");
     }
-    ~FolderItems() override { fs::remove_all(folder); }
 
     host::ObjectRef item(const std::string& name) { return host.folderItem(folder / name); }
     host::ObjectRef parent(const host::ObjectRef& of) {
@@ -35,7 +33,8 @@ protected:
         return static_cast<REALfolderItemStruct*>(item.get());
     }
 
-    fs::path folder;
+    const TemporaryFolder temporary;
+    const fs::path folder = temporary.path();
     Host host{{.bare = true}};
 };
 

@@ -5,6 +5,7 @@
 #import <Foundation/Foundation.h>
 
 #include "cocoa/CoreFoundation/retained.h"
+#include "support/temporary_folder.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 
@@ -67,34 +68,3 @@ inline std::u16string units(CFStringRef string) {
                           reinterpret_cast<UniChar*>(result.data()));
     return result;
 }
-
-/// A folder of its own, with its canonical path, for the time of a test.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string pattern =
-            std::filesystem::canonical(std::filesystem::temp_directory_path()) / "carbonXXXXXX";
-        path_ = mkdtemp(pattern.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    std::string path() const { return path_; }
-
-    /// Writes a file and returns its path.
-    std::string file(std::string_view name, std::string_view content = "content") const {
-        const std::string path = path_ + "/" + std::string(name);
-        std::ofstream(path, std::ios::binary) << content;
-        return path;
-    }
-
-    std::string folder(std::string_view name) const {
-        const std::string path = path_ + "/" + std::string(name);
-        std::filesystem::create_directory(path);
-        return path;
-    }
-
-private:
-    std::string path_;
-};

@@ -2,8 +2,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -141,29 +139,14 @@ Encoded encode(const Codec& codec, const Picture& page, const EncodeOptions& opt
     return codec.encode({&page, 1}, options);
 }
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "codecs-XXXXXX";
-    if (mkdtemp(name.data())) folder_ = name;
-    EXPECT_FALSE(folder_.empty());
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
-
 std::string TemporaryFolder::write(std::string_view name, Bytes data) const {
-    std::ofstream file(path(name), std::ios::binary);
-    file.write(reinterpret_cast<const char*>(data.data()),
-               static_cast<std::streamsize>(data.size()));
-    EXPECT_TRUE(file.good());
-    return path(name);
+    return file(name, {reinterpret_cast<const char*>(data.data()), data.size()});
 }
 
 ByteVector TemporaryFolder::read(std::string_view name) const {
-    std::ifstream file(path(name), std::ios::binary);
-    EXPECT_TRUE(file.good()) << name;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string bytes = content(name);
+    EXPECT_FALSE(bytes.empty()) << name;
+    return {bytes.begin(), bytes.end()};
 }
 
 CommandResult run(const std::string& command) {

@@ -3,8 +3,8 @@
 /// What the codec tests share: byte strings, decoding, temporary files and other programs.
 
 #include "cocoa/codecs/codec.h"
+#include "support/temporary_folder.h"
 
-#include <filesystem>
 #include <initializer_list>
 #include <optional>
 #include <ostream>
@@ -59,20 +59,10 @@ Picture picture(const PixelLayout& layout, const ByteVector& pixels);
 Picture padded_picture(const PixelLayout& layout, const ByteVector& pixels, ByteVector& storage);
 Encoded encode(const Codec& codec, const Picture& page, const EncodeOptions& options = {});
 
-/// A folder of its own that goes with the object.
-class TemporaryFolder {
+class TemporaryFolder : public ::TemporaryFolder {
 public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    std::string path(std::string_view name) const { return folder_ / name; }
     std::string write(std::string_view name, Bytes data) const;
     ByteVector read(std::string_view name) const;
-
-private:
-    std::filesystem::path folder_;
 };
 
 struct CommandResult {

@@ -1,15 +1,11 @@
 /// Programs that work with files, arguments and time.
 
+#include "support/temporary_folder.h"
 #include "tests/host/language/run_program.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-
 TEST(Files, AProgramWritesReadsAndDeletes) {
-    std::string name = (std::filesystem::temp_directory_path() / "languageXXXXXX").string();
-    const std::filesystem::path folder = mkdtemp(name.data());
-    std::ofstream(folder / "a.txt") << "abc";
+    const TemporaryFolder folder;
+    folder.file("a.txt", "abc");
     const Ran ran = run("Dim folder As FolderItem = GetFolderItem(Arguments(0))\n"
                         "Dim a As FolderItem = folder.Child(\"a.txt\")\n"
                         "Print a.Name & a.Exists & a.Length\n"
@@ -25,13 +21,10 @@ TEST(Files, AProgramWritesReadsAndDeletes) {
                         "Catch e As IOException\n"
                         "Print \"gone\"\n"
                         "End Try\n",
-                        {folder.string()});
-    std::string written;
-    std::ifstream(folder / "b.txt") >> written;
-    std::filesystem::remove_all(folder);
+                        {folder.path()});
     EXPECT_EQ(ran.error, "");
     EXPECT_EQ(ran.output, "a.txtTrue3\n2\nTrue\nFalse\ngone\n");
-    EXPECT_EQ(written, "abcdef");
+    EXPECT_EQ(folder.content("b.txt"), "abcdef");
 }
 
 TEST(Files, StdErrTakesWhatIsWrittenToIt) {

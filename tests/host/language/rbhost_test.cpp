@@ -1,13 +1,12 @@
 /// The rbhost command as a user meets it.
 
+#include "support/temporary_folder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <sys/wait.h>
 
@@ -18,12 +17,6 @@ namespace {
 
 class Command : public testing::Test {
 protected:
-    Command() {
-        std::string folder = (std::filesystem::temp_directory_path() / "rbhostXXXXXX").string();
-        folder_ = mkdtemp(folder.data());
-    }
-    ~Command() override { std::filesystem::remove_all(folder_); }
-
     struct Result {
         int status;
         std::string output;
@@ -31,9 +24,8 @@ protected:
     };
 
     Result rbhost(const std::string& arguments) {
-        const std::string errorFile = folder_ / "error";
         const std::string command =
-            "cd '" + folder_.string() + "' && '" RBHOST "' " + arguments + " 2>'" + errorFile + "'";
+            "cd '" + folder_.path() + "' && '" RBHOST "' " + arguments + " 2>error";
         std::FILE* const pipe = popen(command.c_str(), "r");
         Result result;
         std::array<char, 4096> buffer;
@@ -41,18 +33,17 @@ protected:
             result.output.append(buffer.data(), count);
         const int status = pclose(pipe);
         result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        std::ifstream file(errorFile, std::ios::binary);
-        result.error.assign(std::istreambuf_iterator<char>(file), {});
+        result.error = folder_.content("error");
         return result;
     }
 
     /// Runs a program with a plug-in that registers nothing.
     Result run(const std::string& source, const std::string& arguments = "") {
-        std::ofstream(folder_ / "program.bas") << source;
+        folder_.file("program.bas", source);
         return rbhost("--plugin '" SILENT_PART "' run program.bas " + arguments);
     }
 
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
 };
 
 } // namespace
@@ -99,7 +90,7 @@ TEST_F(Command, AFileThatCannotBeReadIsNamed) {
 }
 
 TEST_F(Command, APluginThatCannotBeLoadedIsNamed) {
-    std::ofstream(folder_ / "a.bas") << "Print 1";
+    folder_.file("a.bas", "Print 1");
     const Result result = rbhost("--plugin ./none.so run a.bas");
     EXPECT_THAT(result.error, StartsWith("rbhost: "));
     EXPECT_THAT(result.error, HasSubstr("none.so"));
@@ -108,7 +99,7 @@ TEST_F(Command, APluginThatCannotBeLoadedIsNamed) {
 }
 
 TEST_F(Command, AReferenceThatAPluginKeepsIsReportedWithStatus3) {
-    std::ofstream(folder_ / "a.bas") << "Print 1";
+    folder_.file("a.bas", "Print 1");
     const Result result = rbhost("--plugin '" LEAKY_PART "' run a.bas");
     EXPECT_EQ(result.output, "1\n");
     EXPECT_THAT(result.error, StartsWith("rbhost: "));
