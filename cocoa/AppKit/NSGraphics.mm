@@ -7,6 +7,10 @@
 
 using namespace cocoa::appkit;
 
+NSString* const NSDeviceResolution = @"NSDeviceResolution";
+NSString* const NSDeviceColorSpaceName = @"NSDeviceColorSpaceName";
+NSString* const NSDeviceBitsPerSample = @"NSDeviceBitsPerSample";
+
 namespace {
 
 void fill(const NSRect* rects, NSInteger count, NSCompositingOperation operation) {

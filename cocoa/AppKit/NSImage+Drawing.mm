@@ -7,8 +7,7 @@
 #include "cocoa/AppKit/bitmap_state.h"
 #include "cocoa/AppKit/graphics.h"
 #include "cocoa/AppKit/image_state.h"
-
-#include <cmath>
+#include "cocoa/AppKit/representation_choice.h"
 
 using namespace cocoa::appkit;
 
@@ -21,33 +20,6 @@ CGRect unitRect(NSRect rect, NSSize size) {
     if (NSEqualRects(rect, NSZeroRect)) return CGRectMake(0, 0, 1, 1);
     return CGRectMake(rect.origin.x / size.width, rect.origin.y / size.height,
                       rect.size.width / size.width, rect.size.height / size.height);
-}
-
-/// Whether a representation has as many pixels as asked for. One that is not made of pixels has.
-bool suffices(NSImageRep* rep, CGSize pixels) {
-    const auto enough = [](NSInteger own, CGFloat wanted) {
-        return own == NSImageRepMatchesDevice || static_cast<CGFloat>(own) >= std::floor(wanted);
-    };
-    return enough([rep pixelsWide], pixels.width) && enough([rep pixelsHigh], pixels.height);
-}
-
-double area(NSImageRep* rep) {
-    return static_cast<double>([rep pixelsWide]) * static_cast<double>([rep pixelsHigh]);
-}
-
-/// The smallest that suffices, else the largest; the first among equals.
-NSImageRep* bestFor(NSArray* representations, CGSize pixels) {
-    NSImageRep* best = nil;
-    for (NSUInteger index = 0; index < [representations count]; ++index) {
-        NSImageRep* rep = [representations objectAtIndex:index];
-        const bool enough = suffices(rep, pixels);
-        const bool bestEnough = best && suffices(best, pixels);
-        const bool better = enough != bestEnough ? enough
-                            : enough             ? area(rep) < area(best)
-                                                 : area(rep) > area(best);
-        if (!best || better) best = rep;
-    }
-    return best;
 }
 
 /// A picture over an opaque or half-opaque colour; null when there is not enough memory.
@@ -66,6 +38,12 @@ OwnedRef<CGImageRef> overColor(CGImageRef image, NSColor* color) {
     return OwnedRef<CGImageRef>::adopt(CGBitmapContextCreateImage(port.get()));
 }
 
+ChoiceRules rulesOf(const NSImageState* state) {
+    return {.prefersColorMatch = state->prefersColorMatch != NO,
+            .matchesOnMultipleResolution = state->matchesOnMultipleResolution != NO,
+            .usesEPSOnResolutionMismatch = state->usesEPSOnResolutionMismatch != NO};
+}
+
 } // namespace
 
 @implementation NSImage (NSImageDrawing)
@@ -73,14 +51,13 @@ OwnedRef<CGImageRef> overColor(CGImageRef image, NSColor* color) {
 - (NSImageRep*)bestRepresentationForRect:(NSRect)rect
                                  context:(NSGraphicsContext*)referenceContext
                                    hints:(NSDictionary*)hints {
-    return bestFor([self loadedRepresentations], deviceSize(referenceContext, toCG(rect).size));
+    return chooseRepresentation([self loadedRepresentations],
+                                deviceOf(referenceContext, toCG(rect).size), rulesOf([self state]));
 }
 
 - (NSImageRep*)bestRepresentationForDevice:(NSDictionary*)deviceDescription {
-    const NSSize size = [self size];
-    return [self bestRepresentationForRect:NSMakeRect(0, 0, size.width, size.height)
-                                   context:nil
-                                     hints:nil];
+    return chooseRepresentation([self loadedRepresentations],
+                                deviceOf(deviceDescription, [self size]), rulesOf([self state]));
 }
 
 - (CGImageRef)CGImageForProposedRect:(NSRect*)proposedDestRect

@@ -49,6 +49,11 @@ APPKIT_EXTERN NSString* const NSCustomColorSpace;
 /// The colour components of a named space without alpha; 0 for an unknown name.
 APPKIT_EXTERN NSInteger NSNumberOfColorComponents(NSString* colorSpaceName);
 
+/// Keys of the description of a device.
+APPKIT_EXTERN NSString* const NSDeviceResolution;     ///< NSValue of an NSSize, dots an inch
+APPKIT_EXTERN NSString* const NSDeviceColorSpaceName; ///< NSString, one of the names above
+APPKIT_EXTERN NSString* const NSDeviceBitsPerSample;  ///< NSNumber
+
 /// Fill with the current context's fill colour. All do nothing without a current context.
 APPKIT_EXTERN void NSRectFill(NSRect rect); ///< replaces what is there (NSCompositeCopy)
 APPKIT_EXTERN void NSRectFillList(const NSRect* rects, NSInteger count);
