@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,12 @@ struct PageInfo {
     std::vector<std::uint8_t> exif; ///< the TIFF-structured block, without the "Exif" marker
 };
 
+/// How pages that are the frames of one moving picture follow one another.
+struct Animation {
+    std::vector<double> durations;   ///< of every page, in seconds
+    std::optional<unsigned> repeats; ///< 0: for ever; nothing when the file does not say
+};
+
 /// Decodes pages of data that stays alive and unchanged as long as the reader does.
 class Reader {
 public:
@@ -62,6 +69,9 @@ public:
 
     virtual std::size_t pageCount() const { return 1; }
     virtual const PageInfo& page(std::size_t index) const = 0;
+
+    /// Null unless the pages are frames, which have all the same layout.
+    virtual const Animation* animation() const { return nullptr; }
 
     /// The layout that `read` gives at a reduction of 1, 2, 4 or 8: sides divided and rounded up
     /// where the format can decode at that scale, the full size where it cannot.
@@ -111,6 +121,8 @@ struct EncodeOptions {
     bool progressive = false;
     bool interlaced = false;
     TIFFCompression compression = TIFFCompression::None;
+    bool ditherTransparency = false; ///< GIF's part-transparent pixels: a mix of clear and opaque
+    Bytes colorTable;                ///< red, green, blue: GIF's colours, chosen when empty
 };
 
 struct Codec {
@@ -131,6 +143,13 @@ extern const Codec jpeg;
 /// Writes every layout; one image a page. Reads every directory of the main chain that holds an
 /// image that can be decoded; 32-bit samples, integer and floating, become 16-bit ones.
 extern const Codec tiff;
+
+/// Writes 8-bit grey and RGB, with straight alpha or none: exactly where the colours fit into one
+/// table of 256. Reads the frames as they show, laid over those before them.
+extern const Codec gif;
+/// Writes 8-bit grey and RGB without alpha. Reads alpha where a header has a mask for it, and every
+/// depth as 8-bit RGB.
+extern const Codec bmp;
 
 /// Every format that is decoded, in the order in which data is tried.
 std::span<const Codec* const> all_codecs();

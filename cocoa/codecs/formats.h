@@ -20,6 +20,14 @@ bool sniff_tiff(Bytes data);
 std::unique_ptr<Reader> open_tiff(Bytes data);
 Encoded encode_tiff(std::span<const Picture> pages, const EncodeOptions& options);
 
+bool sniff_gif(Bytes data);
+std::unique_ptr<Reader> open_gif(Bytes data);
+Encoded encode_gif(std::span<const Picture> pages, const EncodeOptions& options);
+
+bool sniff_bmp(Bytes data);
+std::unique_ptr<Reader> open_bmp(Bytes data);
+Encoded encode_bmp(std::span<const Picture> pages, const EncodeOptions& options);
+
 /// True for sides that a page may have.
 inline bool acceptable_size(std::uint64_t width, std::uint64_t height) {
     return width > 0 && height > 0 && width <= maximumPixels && height <= maximumPixels / width;
@@ -33,5 +41,12 @@ inline bool well_formed(const Picture& picture) {
 }
 
 inline constexpr double inchesPerMeter = 1 / 0.0254;
+
+/// Whole dots an inch are stored as rounded dots a metre; this is their way back.
+inline double dots_per_inch(std::uint32_t dotsPerMeter) {
+    const double exact = dotsPerMeter / inchesPerMeter;
+    const double whole = std::round(exact);
+    return std::round(whole * inchesPerMeter) == dotsPerMeter ? whole : exact;
+}
 
 } // namespace cocoa::codecs

@@ -124,13 +124,6 @@ PixelLayout layout_of(const PngSession& session) {
     return layout;
 }
 
-/// Whole dots an inch are stored as rounded dots a metre; this is their way back.
-double dots_per_inch(png_uint_32 dotsPerMeter) {
-    const double exact = dotsPerMeter / inchesPerMeter;
-    const double whole = std::round(exact);
-    return std::round(whole * inchesPerMeter) == dotsPerMeter ? whole : exact;
-}
-
 class PngReader : public Reader {
 public:
     PngReader(Bytes data, PageInfo info)

@@ -1,6 +1,8 @@
 /// Files that are cut short, damaged or lie: each gives nothing, and is read only where it has
 /// bytes. The address sanitizer makes these tests strict.
 
+#include "bmp_file.h"
+#include "gif_file.h"
 #include "jpeg_file.h"
 #include "png_file.h"
 #include "tiff_file.h"
@@ -55,6 +57,20 @@ std::vector<Sample> samples() {
         {"TiffFax3", made_tiff(bilevel, TIFFCompression::CCITTFax3)},
         {"TiffFax4", made_tiff(bilevel, TIFFCompression::CCITTFax4)},
         {"TiffJpeg", made_tiff(color, TIFFCompression::JPEG)},
+        {"Gif", copy(encode(gif, picture(color, colors), {.interlaced = true}))},
+        {"GifMoving", GifFile(3, 2)
+                          .repeats(2)
+                          .frame({.left = 1, .width = 2, .indices = {1, 2}, .disposal = 3})
+                          .frame({.height = 2, .indices = {3, 0}, .transparentIndex = 0})
+                          .end()},
+        {"Bmp", copy(encode(bmp, picture(color, colors)))},
+        {"BmpFields", BmpFile({.headerSize = 108,
+                               .bits = 32,
+                               .compression = 3,
+                               .masks = {0xFF, 0xFF00, 0xFF0000, 0xFF000000}})
+                          .pixels({1, 2, 3, 4})},
+        {"BmpRuns", BmpFile({.width = 4, .height = 3, .bits = 8, .compression = 1})
+                        .pixels({3, 1, 0, 0, 0, 3, 1, 2, 3, 0, 0, 2, 1, 1, 2, 3, 0, 1})},
     };
 }
 
@@ -201,6 +217,24 @@ TEST(Lying, TiffOfSixtyThousandASideIsRefusedWithoutTakingMemory) {
         image.shorts(TIFFTAG_COMPRESSION, {compression}).data({1, 2, 3});
         const auto before = peak_memory();
         EXPECT_FALSE(header(TiffFile(ByteOrder::Little).page(image).bytes())) << compression;
+        EXPECT_LT(peak_memory() - before, little);
+    }
+}
+
+TEST(Lying, GifOfSixtyThousandASideIsRefusedWithoutTakingMemory) {
+    const auto before = peak_memory();
+    EXPECT_FALSE(header(
+        GifFile(60000, 60000).frame({.width = 60000, .height = 60000, .indices = {1}}).end()));
+    EXPECT_FALSE(header(GifFile(30000, 30000).frame({.indices = {1}}).end()));
+    EXPECT_LT(peak_memory() - before, little);
+}
+
+TEST(Lying, BmpOfSixtyThousandASideIsRefusedWithoutTakingMemory) {
+    for (const std::uint32_t compression : {0U, 1U}) {
+        const auto before = peak_memory();
+        EXPECT_FALSE(
+            header(BmpFile({.width = 30000, .height = 30000, .bits = 8, .compression = compression})
+                       .pixels({0, 1})));
         EXPECT_LT(peak_memory() - before, little);
     }
 }

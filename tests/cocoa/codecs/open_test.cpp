@@ -1,3 +1,5 @@
+#include "bmp_file.h"
+#include "gif_file.h"
 #include "jpeg_file.h"
 #include "png_file.h"
 #include "tiff_file.h"
@@ -18,6 +20,8 @@ TEST(Open, TellsTheFormatsApart) {
     EXPECT_EQ(opened_as(make_jpeg({.width = 8, .height = 8}, gradient(8, 8, 3))), "JPEG");
     EXPECT_EQ(opened_as(TiffFile(ByteOrder::Little).page(tiny_gray()).bytes()), "TIFF");
     EXPECT_EQ(opened_as(TiffFile(ByteOrder::Big).page(tiny_gray()).bytes()), "TIFF");
+    EXPECT_EQ(opened_as(GifFile(1, 1).frame({.indices = {0}}).end()), "GIF");
+    EXPECT_EQ(opened_as(BmpFile({}).pixels({1, 2, 3, 0})), "BMP");
 }
 
 TEST(Open, GivesNothingForNoData) {
@@ -28,7 +32,7 @@ TEST(Open, GivesNothingForNoData) {
 }
 
 TEST(Open, GivesNothingForOtherData) {
-    EXPECT_EQ(opened_as(bytes_of("GIF89a is not decoded here")), "nothing");
+    EXPECT_EQ(opened_as(bytes_of("GIF89b is no version")), "nothing");
     EXPECT_EQ(opened_as(noise(5000, 1)), "nothing");
 }
 
@@ -40,7 +44,8 @@ TEST(Codecs, NameTheirTypesAndExtensions) {
     }
     EXPECT_THAT(lines,
                 testing::ElementsAre("PNG: public.png, png", "JPEG: public.jpeg, jpg jpeg jpe jfif",
-                                     "TIFF: public.tiff, tiff tif"));
+                                     "TIFF: public.tiff, tiff tif", "GIF: com.compuserve.gif, gif",
+                                     "BMP: com.microsoft.bmp, bmp dib"));
 }
 
 } // namespace
