@@ -1,6 +1,7 @@
 #include "plugin/bridge/strings.h"
 #include "plugin/bridge/variants.h"
 #include "plugin/entry/frames.h"
+#include "plugin/entry/references.h"
 #include "sdk/tables.h"
 #include "tests/plugin/probe/probe.h"
 
@@ -48,6 +49,55 @@ REALstringStruct* description_of(REALobjectStruct* value) {
         [&] { return CFString2RBString((CFStringRef)[GetVariantAsNSObject(value) description]); });
 }
 
+/// A host string of any bytes and any encoding.
+REALstringStruct* tagged(REALmemoryBlockStruct* bytes, REALword encoding) {
+    REALstringStruct* const string = REALBuildString(
+        static_cast<const char*>(REALMemoryBlockGetPtr(bytes)), REALMemoryBlockGetSize(bytes));
+    REALSetStringEncoding(string, static_cast<std::uint32_t>(encoding));
+    return string;
+}
+
+REALword encoding_of(REALstringStruct* string) {
+    return static_cast<REALword>(REALGetStringEncoding(string));
+}
+
+/// The value of the number that is made of the 64 bits by way of an Objective-C type.
+REALobjectStruct* value_of_number(REALstringStruct* objCType, std::int64_t bits) {
+    return FullFrame([&] {
+        const char* const type = [NewNSString(objCType) UTF8String];
+        return NewVariantFromNSObject([[[NSNumber alloc] initWithBytes:&bits
+                                                              objCType:type] autorelease]);
+    });
+}
+
+/// The value of as many collections within each other, of which the innermost is empty.
+REALobjectStruct* value_of_nested(REALword levels, bool areArrays) {
+    return FullFrame([&] {
+        NSObject* inner = nil;
+        for (REALword level = 0; level < levels; ++level) {
+            if (areArrays)
+                inner = [NSArray arrayWithObjects:inner, nil];
+            else
+                inner = [NSDictionary dictionaryWithObjectsAndKeys:inner, @"inner", nil];
+        }
+        return NewVariantFromNSObject(inner);
+    });
+}
+
+/// The value of an array whose element holds the array.
+REALobjectStruct* value_of_endless() {
+    return FullFrame([&] {
+        NSMutableArray* const inner = [NSMutableArray array];
+        NSArray* const outer = [NSArray arrayWithObject:inner];
+        [inner addObject:outer];
+        @try {
+            return NewVariantFromNSObject(outer);
+        } @finally {
+            [inner removeAllObjects];
+        }
+    });
+}
+
 REALmethod sharedMethods[] = {
     shared_method("RoundTrip(value as Variant) as Variant", round_trip),
     shared_method("RetainedObjectOf(value as Variant) as Integer", retained_object_of),
@@ -55,6 +105,12 @@ REALmethod sharedMethods[] = {
     shared_method("IsKindOf(value as Variant, className as String) as Boolean", is_kind_of),
     shared_method("ObjCTypeOf(value as Variant) as String", objc_type_of),
     shared_method("DescriptionOf(value as Variant) as String", description_of),
+    shared_method("Tagged(bytes as MemoryBlock, encoding as Integer) as String", tagged),
+    shared_method("EncodingOf(text as String) as Integer", encoding_of),
+    shared_method("ValueOfNumber(objCType as String, bits as Int64) as Variant", value_of_number),
+    shared_method("ValueOfNested(levels as Integer, areArrays as Boolean) as Variant",
+                  value_of_nested),
+    shared_method("ValueOfEndless as Variant", value_of_endless),
 };
 
 } // namespace
