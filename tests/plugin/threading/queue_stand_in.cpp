@@ -1,0 +1,31 @@
+#include "plugin/threading/queue_stand_in.h"
+
+#include <dispatch/dispatch.h>
+
+#include <Block.h>
+#include <thread>
+
+namespace {
+
+QueueCalls calls;
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) QueueCalls* queue_calls() { return &calls; }
+
+dispatch_queue_t dispatch_get_global_queue(long priority, unsigned long flags) {
+    calls.priority = priority;
+    calls.flags = flags;
+    return reinterpret_cast<dispatch_queue_t>(&calls);
+}
+
+void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
+    if (queue != reinterpret_cast<dispatch_queue_t>(&calls)) return;
+    ++calls.blocks;
+    const dispatch_block_t copy = Block_copy(block);
+    std::thread([copy] {
+        copy();
+        Block_release(copy);
+        ++calls.finished;
+    }).detach();
+}
