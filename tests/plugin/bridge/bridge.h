@@ -4,6 +4,16 @@
 
 #include <Cocoa/Cocoa.h>
 
+/// "Int32 42": the kind and the value of a Variant.
+inline std::string told(const host::Value& value) {
+    if (value.isNil()) return "Nil";
+    // Integer is the name of either, by the word size.
+    const std::string kind = value.kind() == host::Kind::Int32   ? "Int32"
+                             : value.kind() == host::Kind::Int64 ? "Int64"
+                                                                 : value.type().name();
+    return kind + " " + value.utf8();
+}
+
 /// Owner of a Cocoa object.
 class Held {
 public:
