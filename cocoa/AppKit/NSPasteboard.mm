@@ -1,33 +1,15 @@
 #import <AppKit/NSPasteboard.h>
 
 #include "cocoa/AppKit/ownership.h"
+#include "cocoa/AppKit/pasteboard_types.h"
 
 #include <mutex>
 
 using namespace cocoa::appkit;
 
-NSString* const NSStringPboardType = @"NSStringPboardType";
-NSString* const NSFilenamesPboardType = @"NSFilenamesPboardType";
-NSString* const NSTIFFPboardType = @"NeXT TIFF v4.0 pasteboard type";
-NSString* const NSPasteboardTypeString = @"public.utf8-plain-text";
-NSString* const NSPasteboardTypePNG = @"public.png";
-NSString* const NSPasteboardTypeTIFF = @"public.tiff";
 NSString* const NSGeneralPboard = @"Apple CFPasteboard general";
 
 namespace {
-
-/// One name for the types that have two.
-NSString* canonical(NSString* type) {
-    if ([type isEqual:NSTIFFPboardType]) return NSPasteboardTypeTIFF;
-    if ([type isEqual:NSStringPboardType]) return NSPasteboardTypeString;
-    return type;
-}
-
-bool containsType(NSArray* types, NSString* type) {
-    for (NSUInteger index = 0; index < [types count]; ++index)
-        if ([canonical([types objectAtIndex:index]) isEqual:canonical(type)]) return true;
-    return false;
-}
 
 std::mutex pasteboardsLock;
 
@@ -39,8 +21,9 @@ NSMutableDictionary* pasteboards() {
 
 } // namespace
 
-@interface NSPasteboard (Making)
+@interface NSPasteboard (Private)
 - (id)initWithName:(NSString*)name;
+- (NSData*)dataOfItemsForType:(NSString*)dataType;
 @end
 
 @implementation NSPasteboard
@@ -75,6 +58,7 @@ NSMutableDictionary* pasteboards() {
     _name = [name copy];
     _types = [[NSMutableArray alloc] init];
     _data = [[NSMutableDictionary alloc] init];
+    _items = [[NSMutableArray alloc] init];
     return self;
 }
 
@@ -82,6 +66,7 @@ NSMutableDictionary* pasteboards() {
     [_name release];
     [_types release];
     [_data release];
+    [_items release];
     [_owner release];
     [super dealloc];
 }
@@ -99,6 +84,7 @@ NSMutableDictionary* pasteboards() {
     _owner = nil;
     [_types removeAllObjects];
     [_data removeAllObjects];
+    [_items removeAllObjects];
     ++_changeCount;
     if ([owner.get() respondsToSelector:@selector(pasteboardChangedOwner:)])
         [owner.get() pasteboardChangedOwner:self];
@@ -112,9 +98,7 @@ NSMutableDictionary* pasteboards() {
 }
 
 - (NSInteger)addTypes:(NSArray*)newTypes owner:(id)newOwner {
-    for (NSUInteger index = 0; index < [newTypes count]; ++index)
-        if (!containsType(_types, [newTypes objectAtIndex:index]))
-            [_types addObject:[newTypes objectAtIndex:index]];
+    addTypes(_types, newTypes);
     if (newOwner) {
         [newOwner retain];
         [_owner release];
@@ -124,22 +108,25 @@ NSMutableDictionary* pasteboards() {
 }
 
 - (NSArray*)types {
-    return [NSArray arrayWithArray:_types];
+    NSMutableArray* types = [NSMutableArray arrayWithArray:_types];
+    for (NSUInteger index = 0; index < [_items count]; ++index)
+        addTypes(types, [[_items objectAtIndex:index] types]);
+    if (containsType(types, fileURLType))
+        addTypes(types, [NSArray arrayWithObject:NSFilenamesPboardType]);
+    return types;
 }
 
 - (NSString*)availableTypeFromArray:(NSArray*)types {
-    for (NSUInteger index = 0; index < [types count]; ++index)
-        if (containsType(_types, [types objectAtIndex:index])) return [types objectAtIndex:index];
-    return nil;
+    return firstAvailable(types, [self types]);
 }
 
 - (BOOL)setData:(NSData*)data forType:(NSString*)dataType {
     if (!dataType || !containsType(_types, dataType)) return NO;
     if (data) {
         auto copy = Owned<NSData*>::adopt([data copy]);
-        [_data setObject:copy forKey:canonical(dataType)];
+        [_data setObject:copy forKey:canonicalType(dataType)];
     } else {
-        [_data removeObjectForKey:canonical(dataType)];
+        [_data removeObjectForKey:canonicalType(dataType)];
     }
     return YES;
 }
@@ -150,35 +137,85 @@ NSMutableDictionary* pasteboards() {
 
 - (BOOL)setPropertyList:(id)plist forType:(NSString*)dataType {
     if (!plist) return [self setData:nil forType:dataType];
-    NSData* data = [NSPropertyListSerialization dataFromPropertyList:plist
-                                                              format:NSPropertyListXMLFormat_v1_0
-                                                    errorDescription:nullptr];
+    NSData* data = dataOfPropertyList(plist);
     return data && [self setData:data forType:dataType];
 }
 
 - (NSData*)dataForType:(NSString*)dataType {
-    if (!dataType || !containsType(_types, dataType)) return nil;
-    NSData* data = [_data objectForKey:canonical(dataType)];
+    if (!dataType) return nil;
+    if (!containsType(_types, dataType)) return [self dataOfItemsForType:dataType];
+    NSData* data = [_data objectForKey:canonicalType(dataType)];
     if (!data && [_owner respondsToSelector:@selector(pasteboard:provideDataForType:)]) {
         [_owner pasteboard:self provideDataForType:dataType];
-        data = [_data objectForKey:canonical(dataType)];
+        data = [_data objectForKey:canonicalType(dataType)];
     }
     return [[data retain] autorelease];
 }
 
+/// Of the first item that has it. The names of all files together are one property list.
+- (NSData*)dataOfItemsForType:(NSString*)dataType {
+    NSMutableArray* paths = [NSMutableArray array];
+    for (NSUInteger index = 0; index < [_items count]; ++index) {
+        NSPasteboardItem* item = [_items objectAtIndex:index];
+        if (NSData* data = [item dataForType:dataType]) return data;
+        NSString* file = [item stringForType:fileURLType];
+        NSString* path = file ? [[NSURL URLWithString:file] path] : nil;
+        if (path) [paths addObject:path];
+    }
+    return [dataType isEqual:NSFilenamesPboardType] && [paths count] ? dataOfPropertyList(paths)
+                                                                     : nil;
+}
+
 - (NSString*)stringForType:(NSString*)dataType {
-    NSData* data = [self dataForType:dataType];
-    if (!data) return nil;
-    return [[[NSString alloc] initWithData:data encoding:NSUTF8StringEncoding] autorelease];
+    return stringOfData([self dataForType:dataType]);
 }
 
 - (id)propertyListForType:(NSString*)dataType {
-    NSData* data = [self dataForType:dataType];
-    if (!data) return nil;
-    return [NSPropertyListSerialization propertyListFromData:data
-                                            mutabilityOption:NSPropertyListImmutable
-                                                      format:nullptr
-                                            errorDescription:nullptr];
+    return propertyListOfData([self dataForType:dataType]);
+}
+
+@end
+
+@implementation NSPasteboard (NSPasteboardItems)
+
+- (BOOL)writeObjects:(NSArray*)objects {
+    NSMutableArray* items = [NSMutableArray array];
+    for (NSUInteger index = 0; index < [objects count]; ++index) {
+        NSPasteboardItem* item = itemOfObject([objects objectAtIndex:index], self);
+        if (!item) return NO;
+        [items addObject:item];
+    }
+    [_items addObjectsFromArray:items];
+    return YES;
+}
+
+- (NSArray*)pasteboardItems {
+    NSMutableArray* items = [NSMutableArray array];
+    auto declared = Owned<NSPasteboardItem*>::adopt([[NSPasteboardItem alloc] init]);
+    for (NSUInteger index = 0; index < [_types count]; ++index) {
+        NSString* type = [_types objectAtIndex:index];
+        [declared.get() setData:[self dataForType:type] forType:type];
+    }
+    if ([[declared.get() types] count]) [items addObject:declared];
+    [items addObjectsFromArray:_items];
+    return items;
+}
+
+- (NSArray*)readObjectsForClasses:(NSArray*)classArray options:(NSDictionary*)options {
+    NSMutableArray* objects = [NSMutableArray array];
+    NSArray* items = [self pasteboardItems];
+    for (NSUInteger index = 0; index < [items count]; ++index) {
+        id object = objectOfItem([items objectAtIndex:index], classArray, self);
+        if (object) [objects addObject:object];
+    }
+    return objects;
+}
+
+- (BOOL)canReadObjectForClasses:(NSArray*)classArray options:(NSDictionary*)options {
+    for (NSUInteger index = 0; index < [classArray count]; ++index)
+        if ([self availableTypeFromArray:readableTypes([classArray objectAtIndex:index], self)])
+            return YES;
+    return NO;
 }
 
 @end

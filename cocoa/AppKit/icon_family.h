@@ -1,13 +1,13 @@
 #pragma once
 
-/// Icon files (.icns): a table of pictures, each under a type of four characters.
+/// The pictures of icon files (.icns) as representations.
 
 #import <AppKit/NSImage.h>
 
 namespace cocoa::appkit {
 
-/// The bitmaps of an icon's members that are whole encoded pictures, the smallest first; nil when
-/// there are none or the handle is no icon. The older members of bare samples are passed over.
+/// The bitmaps of an icon, the smallest first, one of each size in pixels and points; nil when
+/// there are none or the handle is no icon. Those in encodings that no codec reads are passed over.
 NSArray* iconRepresentations(IconRef icon);
 
 } // namespace cocoa::appkit

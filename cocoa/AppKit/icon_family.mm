@@ -1,42 +1,49 @@
 #include "cocoa/AppKit/icon_family.h"
 
 #include "cocoa/AppKit/bitmap_state.h"
+#include "cocoa/AppKit/icon_members.h"
 #include "cocoa/Carbon/icons.h"
 
-#include <cstdint>
-#include <span>
+#include <algorithm>
+#include <map>
 
 namespace cocoa::appkit {
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
-
-constexpr std::size_t headerSize = 8; // type and length, of the file and of each member
-
-std::uint32_t bigEndian(Bytes bytes) {
-    return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
-           std::uint32_t{bytes[2]} << 8 | bytes[3];
+Owned<NSBitmapImageRep*> bitmapOfSamples(const IconPicture& picture) {
+    auto bitmap = Owned<NSBitmapImageRep*>::adopt([[NSBitmapImageRep alloc]
+        initWithBitmapDataPlanes:nullptr
+                      pixelsWide:picture.side
+                      pixelsHigh:picture.side
+                   bitsPerSample:8
+                 samplesPerPixel:picture.hasAlpha ? 4 : 3
+                        hasAlpha:picture.hasAlpha
+                        isPlanar:NO
+                  colorSpaceName:NSCalibratedRGBColorSpace
+                    bitmapFormat:picture.hasAlpha ? NSAlphaNonpremultipliedBitmapFormat : 0
+                     bytesPerRow:0
+                    bitsPerPixel:0]);
+    if (!bitmap.get()) return {};
+    const auto height = static_cast<std::size_t>(picture.side);
+    const std::size_t rowSize = picture.samples.size() / height;
+    for (std::size_t y = 0; y < height; ++y)
+        std::copy_n(picture.samples.data() + y * rowSize, rowSize,
+                    [bitmap.get() bitmapData] +
+                        y * static_cast<std::size_t>([bitmap.get() bytesPerRow]));
+    return bitmap;
 }
 
-/// The members' contents in the order of the file.
-template <class Visit>
-void forEachMember(Bytes file, Visit visit) {
-    constexpr std::uint32_t signature = 'i' << 24 | 'c' << 16 | 'n' << 8 | 's';
-    if (file.size() < headerSize || bigEndian(file) != signature) return;
-    Bytes rest = file.subspan(headerSize);
-    while (rest.size() > headerSize) {
-        const std::size_t length = bigEndian(rest.subspan(4));
-        if (length < headerSize || length > rest.size()) return;
-        visit(rest.subspan(headerSize, length - headerSize));
-        rest = rest.subspan(length);
-    }
-}
-
-NSComparisonResult byWidth(id first, id second, void* context) {
-    const NSInteger difference = [first pixelsWide] - [second pixelsWide];
-    return difference < 0   ? NSOrderedAscending
-           : difference > 0 ? NSOrderedDescending
-                            : NSOrderedSame;
+Owned<NSBitmapImageRep*> bitmapOfFile(const IconPicture& picture) {
+    NSData* data = [NSData dataWithBytesNoCopy:const_cast<std::uint8_t*>(picture.encoded.data())
+                                        length:picture.encoded.size()
+                                  freeWhenDone:NO];
+    NSArray* pages = bitmapRepsOfData([NSBitmapImageRep class], data, false, true);
+    if (![pages count]) return {};
+    NSBitmapImageRep* bitmap = [pages objectAtIndex:0];
+    if (picture.scale > 1)
+        [bitmap setSize:NSMakeSize(static_cast<CGFloat>([bitmap pixelsWide]) / picture.scale,
+                                   static_cast<CGFloat>([bitmap pixelsHigh]) / picture.scale)];
+    return bitmap;
 }
 
 } // namespace
@@ -44,15 +51,15 @@ NSComparisonResult byWidth(id first, id second, void* context) {
 NSArray* iconRepresentations(IconRef icon) {
     const auto file = iconFileBytes(icon);
     if (!file) return nil;
+    std::map<std::pair<NSInteger, int>, Owned<NSBitmapImageRep*>> bySize;
+    for (const IconPicture& picture : iconPictures(*file)) {
+        auto bitmap = picture.encoded.empty() ? bitmapOfSamples(picture) : bitmapOfFile(picture);
+        if (bitmap.get())
+            bySize.emplace(std::pair([bitmap.get() pixelsWide], picture.scale), bitmap);
+    }
     NSMutableArray* reps = [NSMutableArray array];
-    forEachMember(*file, [reps](Bytes member) {
-        NSData* data = [NSData dataWithBytesNoCopy:const_cast<std::uint8_t*>(member.data())
-                                            length:member.size()
-                                      freeWhenDone:NO];
-        NSArray* pages = bitmapRepsOfData([NSBitmapImageRep class], data, false, true);
-        if (pages) [reps addObjectsFromArray:pages];
-    });
-    [reps sortUsingFunction:byWidth context:nullptr];
+    for (const auto& [size, bitmap] : bySize)
+        [reps addObject:bitmap];
     return [reps count] ? reps : nil;
 }
 

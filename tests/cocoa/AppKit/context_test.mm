@@ -1,30 +1,6 @@
-/// Graphics contexts and pasteboards.
+/// Graphics contexts.
 
 #include "files.h"
-
-@interface AppKitTestOwner : NSObject {
-    int _requests;
-    int _losses;
-}
-- (int)requests;
-- (int)losses;
-@end
-
-@implementation AppKitTestOwner
-- (void)pasteboard:(NSPasteboard*)sender provideDataForType:(NSString*)type {
-    ++_requests;
-    [sender setString:@"promised" forType:type];
-}
-- (void)pasteboardChangedOwner:(NSPasteboard*)sender {
-    ++_losses;
-}
-- (int)requests {
-    return _requests;
-}
-- (int)losses {
-    return _losses;
-}
-@end
 
 namespace appkit_test {
 namespace {
@@ -44,12 +20,6 @@ protected:
 };
 
 class Transform : public GraphicsContext {};
-
-class Pasteboard : public AppKitTest {
-protected:
-    Pasteboard() { [board() clearContents]; }
-    static NSPasteboard* board() { return [NSPasteboard generalPasteboard]; }
-};
 
 void fillPixel(CGFloat x) { NSRectFill(NSMakeRect(x, 0, 1, 1)); }
 
@@ -172,86 +142,6 @@ TEST_F(Transform, NeedsNoContext) {
                   [[NSAffineTransform transform] set];
                   [[NSAffineTransform transform] concat];
               }));
-}
-
-TEST_F(Pasteboard, KeepsDataOfDeclaredTypes) {
-    const NSInteger before = [board() changeCount];
-    NSArray* types = [NSArray arrayWithObjects:NSPasteboardTypePNG, NSStringPboardType, nil];
-    EXPECT_EQ(before + 1, [board() declareTypes:types owner:nil]);
-    NSData* data = toData(fourColorPNG());
-    EXPECT_TRUE([board() setData:data forType:NSPasteboardTypePNG]);
-    EXPECT_TRUE([board() setString:@"text" forType:NSStringPboardType]);
-    EXPECT_FALSE([board() setData:data forType:NSTIFFPboardType]);
-    EXPECT_TRUE([data isEqual:[board() dataForType:NSPasteboardTypePNG]]);
-    EXPECT_EQUAL_STRINGS(@"text", [board() stringForType:NSPasteboardTypeString]);
-    EXPECT_TRUE([types isEqual:[board() types]]);
-    EXPECT_EQ(nil, [board() dataForType:nil]);
-    EXPECT_EQ(nil, [board() dataForType:NSTIFFPboardType]);
-}
-
-TEST_F(Pasteboard, IsEmptiedByADeclaration) {
-    [board() declareTypes:[NSArray arrayWithObject:NSTIFFPboardType] owner:nil];
-    [board() setData:[NSData data] forType:NSTIFFPboardType];
-    [board() declareTypes:[NSArray arrayWithObject:NSTIFFPboardType] owner:nil];
-    EXPECT_EQ(nil, [board() dataForType:NSTIFFPboardType]);
-    const NSInteger before = [board() changeCount];
-    EXPECT_EQ(before + 1, [board() clearContents]);
-    EXPECT_EQ(0U, [[board() types] count]);
-}
-
-TEST_F(Pasteboard, AsksItsOwnerForWhatWasPromised) {
-    AppKitTestOwner* owner = [[[AppKitTestOwner alloc] init] autorelease];
-    [board() declareTypes:[NSArray arrayWithObject:NSStringPboardType] owner:owner];
-    EXPECT_EQ(0, [owner requests]);
-    EXPECT_EQUAL_STRINGS(@"promised", [board() stringForType:NSStringPboardType]);
-    EXPECT_EQUAL_STRINGS(@"promised", [board() stringForType:NSStringPboardType]);
-    EXPECT_EQ(1, [owner requests]);
-    [board() clearContents];
-    EXPECT_EQ(1, [owner losses]);
-}
-
-TEST_F(Pasteboard, FindsTheFirstTypeThatIsThere) {
-    [board() declareTypes:[NSArray arrayWithObject:@"public.tiff"] owner:nil];
-    NSArray* wanted = [NSArray arrayWithObjects:@"public.png", NSTIFFPboardType, nil];
-    EXPECT_EQUAL_STRINGS(NSTIFFPboardType, [board() availableTypeFromArray:wanted]);
-    EXPECT_EQ(nil, [board() availableTypeFromArray:nil]);
-}
-
-TEST_F(Pasteboard, HoldsPropertyLists) {
-    [board() declareTypes:[NSArray arrayWithObject:NSFilenamesPboardType] owner:nil];
-    NSArray* names = [NSArray arrayWithObject:@"/tmp/a"];
-    EXPECT_TRUE([board() setPropertyList:names forType:NSFilenamesPboardType]);
-    EXPECT_TRUE([names isEqual:[board() propertyListForType:NSFilenamesPboardType]]);
-}
-
-TEST_F(Pasteboard, IsOneForEachName) {
-    EXPECT_EQ(board(), [NSPasteboard generalPasteboard]);
-    EXPECT_EQ(board(), [NSPasteboard pasteboardWithName:[board() name]]);
-    EXPECT_NE(board(), [NSPasteboard pasteboardWithUniqueName]);
-}
-
-TEST_F(Pasteboard, GivesImages) {
-    EXPECT_FALSE([NSImage canInitWithPasteboard:board()]);
-    EXPECT_EQ(nil, [[NSImage alloc] initWithPasteboard:board()]);
-    [board() declareTypes:[NSArray arrayWithObject:NSTIFFPboardType] owner:nil];
-    [board() setData:[fourColors() TIFFRepresentation] forType:NSTIFFPboardType];
-    EXPECT_TRUE([NSImage canInitWithPasteboard:board()]);
-    EXPECT_TRUE([NSImageRep canInitWithPasteboard:board()]);
-    NSImage* image = [[[NSImage alloc] initWithPasteboard:board()] autorelease];
-    EXPECT_THAT(pixelsOf(bitmapOf(image)), ElementsAre(red, green, blue, white));
-    EXPECT_EQ(2, [[NSImageRep imageRepWithPasteboard:board()] pixelsWide]);
-}
-
-TEST_F(Pasteboard, GivesImagesOfFiles) {
-    codecs_test::TemporaryFolder folder;
-    NSString* path =
-        [NSString stringWithUTF8String:folder.write("four.png", fourColorPNG()).c_str()];
-    [board() declareTypes:[NSArray arrayWithObject:NSFilenamesPboardType] owner:nil];
-    [board() setPropertyList:[NSArray arrayWithObject:path] forType:NSFilenamesPboardType];
-    EXPECT_TRUE([NSImage canInitWithPasteboard:board()]);
-    EXPECT_NE(nil, [[[NSImage alloc] initWithPasteboard:board()] autorelease]);
-    [board() setPropertyList:[NSArray arrayWithObject:@"/tmp/a.txt"] forType:NSFilenamesPboardType];
-    EXPECT_FALSE([NSImage canInitWithPasteboard:board()]);
 }
 
 } // namespace

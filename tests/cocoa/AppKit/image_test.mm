@@ -2,8 +2,6 @@
 
 #include "files.h"
 
-#include <Carbon/Carbon.h>
-
 @interface NSImage (AppKitTestCategory)
 - (NSInteger)appKitTestPixels;
 @end
@@ -262,32 +260,6 @@ TEST_F(Image, TakesSubclasses) {
     AppKitTestImage* copy = [[image copy] autorelease];
     EXPECT_EQ(1, [copy drawings]);
     EXPECT_THAT(pixelsOf(bitmapOf(copy)), ElementsAre(red, green, blue, white));
-}
-
-TEST_F(Image, ComesFromAnIconsEncodedMembers) {
-    const auto member = [](const char* type, const ByteVector& content) {
-        ByteVector bytes(type, type + 4);
-        codecs_test::append_32(bytes, codecs_test::ByteOrder::Big,
-                               static_cast<std::uint32_t>(content.size() + 8));
-        codecs_test::append(bytes, content);
-        return bytes;
-    };
-    ByteVector members = member("ic07", pngWithDensity(0, 0));
-    codecs_test::append(members, member("is32", {1, 2, 3}));
-    codecs_test::append(members, member("icp4", fourColorPNG()));
-    codecs_test::TemporaryFolder folder;
-    const std::string path = folder.write("test.icns", member("icns", members));
-    FSRef file;
-    ASSERT_EQ(noErr, FSPathMakeRef(reinterpret_cast<const UInt8*>(path.c_str()), &file, nullptr));
-    IconRef icon = nullptr;
-    ASSERT_EQ(noErr, RegisterIconRefFromFSRef('test', 'icon', &file, &icon));
-    NSImage* image = [[[NSImage alloc] initWithIconRef:icon] autorelease];
-    ASSERT_EQ(2U, [[image representations] count]);
-    EXPECT_EQ(2, [[[image representations] objectAtIndex:0] pixelsWide]);
-    EXPECT_EQ(4, [[[image representations] objectAtIndex:1] pixelsWide]);
-    UnregisterIconRef('test', 'icon');
-    ReleaseIconRef(icon);
-    EXPECT_EQ(nil, [[NSImage alloc] initWithIconRef:reinterpret_cast<IconRef>(0x1234)]);
 }
 
 } // namespace
