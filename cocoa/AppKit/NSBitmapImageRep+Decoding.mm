@@ -7,6 +7,7 @@
 #include "cocoa/AppKit/color_spaces.h"
 #include "cocoa/AppKit/orientation.h"
 #include "cocoa/codecs/codec.h"
+#include "cocoa/codecs/exif.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,7 @@ struct DecodedPage {
     BitmapPixels pixels;
     NSSize size = NSZeroSize;
     const codecs::PageInfo* info = nullptr;
+    bool turned = false; ///< as the orientation demands
 };
 
 codecs::Bytes bytesOf(NSData* data) {
@@ -64,6 +66,7 @@ std::optional<DecodedPage> decode(codecs::Reader& reader, std::size_t index, boo
     turnUpright(info.layout, page.pixels.planes[0], info.orientation, pixels.planes[0]);
     page.layout = *turned;
     page.pixels = std::move(pixels);
+    page.turned = true;
     if (exchangesSides(info.orientation)) std::swap(page.size.width, page.size.height);
     return page;
 }
@@ -95,7 +98,9 @@ std::optional<DecodedPage> decode(codecs::Reader& reader, std::size_t index, boo
         [self release];
         return nil;
     }
-    return [self initWithPage:*page];
+    self = [self initWithPage:*page];
+    if (opened.reader->animation()) [self state]->frames = BitmapFrames(data);
+    return self;
 }
 
 - (id)initWithPage:(DecodedPage&)page {
@@ -104,13 +109,18 @@ std::optional<DecodedPage> decode(codecs::Reader& reader, std::size_t index, boo
                  colorSpaceName:defaultSpaceName(page.layout.model)];
     if (!self) return nil;
     [self setSize:page.size];
-    const auto& profile = page.info->iccProfile;
+    NSBitmapState& bitmap = *[self state];
+    const codecs::PageInfo& info = *page.info;
+    bitmap.exif = page.turned ? codecs::exif_with_orientation(info.exif, 1) : info.exif;
+    if (info.gamma > 0)
+        [self setProperty:NSImageGamma withValue:[NSNumber numberWithDouble:info.gamma]];
+    const auto& profile = info.iccProfile;
     if (profile.empty()) return self;
     NSData* profileData = [NSData dataWithBytes:profile.data() length:profile.size()];
     auto space =
         Owned<NSColorSpace*>::adopt([[NSColorSpace alloc] initWithICCProfileData:profileData]);
     if (!space.get() || modelOf([space.get() CGColorSpace]) != page.layout.model) return self;
-    [self state]->colorSpace = space;
+    bitmap.colorSpace = space;
     [self setProperty:NSImageColorSyncProfileData withValue:profileData];
     return self;
 }
@@ -122,7 +132,9 @@ namespace cocoa::appkit {
 NSArray* bitmapRepsOfData(Class repClass, NSData* data, bool upright, bool firstPageOnly) {
     const auto opened = codecs::open(bytesOf(data));
     if (!opened.reader) return nil;
-    const std::size_t count = firstPageOnly ? 1 : opened.reader->pageCount();
+    // Frames are one picture, pages as many as there are.
+    const bool moving = opened.reader->animation() != nullptr;
+    const std::size_t count = firstPageOnly || moving ? 1 : opened.reader->pageCount();
     NSMutableArray* reps = [NSMutableArray array];
     std::uint64_t pixels = 0;
     for (std::size_t index = 0; index < count; ++index) {
@@ -134,6 +146,7 @@ NSArray* bitmapRepsOfData(Class repClass, NSData* data, bool upright, bool first
         if (!page) return nil;
         auto rep = Owned<NSBitmapImageRep*>::adopt([[repClass alloc] initWithPage:*page]);
         if (!rep.get()) return nil;
+        if (moving) [rep.get() state]->frames = BitmapFrames(data);
         [reps addObject:rep];
     }
     return [reps count] ? reps : nil;

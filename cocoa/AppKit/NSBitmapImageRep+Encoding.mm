@@ -9,27 +9,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 using namespace cocoa::appkit;
 namespace codecs = cocoa::codecs;
 
-NSString* const NSImageCompressionMethod = @"NSImageCompressionMethod";
-NSString* const NSImageCompressionFactor = @"NSImageCompressionFactor";
-NSString* const NSImageDitherTransparency = @"NSImageDitherTransparency";
-NSString* const NSImageRGBColorTable = @"NSImageRGBColorTable";
-NSString* const NSImageInterlaced = @"NSImageInterlaced";
-NSString* const NSImageColorSyncProfileData = @"NSImageColorSyncProfileData";
-NSString* const NSImageFrameCount = @"NSImageFrameCount";
-NSString* const NSImageCurrentFrame = @"NSImageCurrentFrame";
-NSString* const NSImageCurrentFrameDuration = @"NSImageCurrentFrameDuration";
-NSString* const NSImageLoopCount = @"NSImageLoopCount";
-NSString* const NSImageGamma = @"NSImageGamma";
-NSString* const NSImageProgressive = @"NSImageProgressive";
-NSString* const NSImageEXIFData = @"NSImageEXIFData";
-NSString* const NSImageFallbackBackgroundColor = @"NSImageFallbackBackgroundColor";
-
 namespace {
+
+codecs::Bytes bytesOf(NSData* data) {
+    return {static_cast<const std::uint8_t*>([data bytes]), [data length]};
+}
 
 /// What is asked of one encoding: the caller's properties, then those kept with the bitmap.
 class Options {
@@ -52,6 +42,17 @@ public:
         if (![number isKindOfClass:[NSNumber class]]) return otherwise;
         const float factor = [number floatValue];
         return factor >= 0 ? std::min(factor, 1.0F) : 0.0F;
+    }
+    /// 0 for none.
+    double positive(NSString* key) const {
+        id number = value(key);
+        const double positive = [number isKindOfClass:[NSNumber class]] ? [number doubleValue] : 0;
+        return positive > 0 && std::isfinite(positive) ? positive : 0;
+    }
+    /// Nothing for none. Valid as long as the properties are.
+    codecs::Bytes bytes(NSString* key) const {
+        id data = value(key);
+        return [data isKindOfClass:[NSData class]] ? bytesOf(data) : codecs::Bytes{};
     }
 
 private:
@@ -94,13 +95,16 @@ Owned<NSBitmapImageRep*> redrawnInRGB(NSBitmapImageRep* bitmap) {
 codecs::PixelLayout layoutFor(const BitmapLayout& source, const codecs::Codec& codec) {
     codecs::PixelLayout layout = source.pixelLayout();
     const bool plainGray = layout.model == ColorModel::Gray && layout.alpha == codecs::Alpha::None;
-    if (&codec == &codecs::png) {
-        if (layout.alpha != codecs::Alpha::None) layout.alpha = codecs::Alpha::Straight;
-        if (!plainGray) layout.bitsPerSample = std::max<std::uint8_t>(layout.bitsPerSample, 8);
-    } else if (&codec == &codecs::jpeg) {
+    if (&codec == &codecs::tiff) return layout;
+    const bool keepsAlpha = &codec == &codecs::png || &codec == &codecs::gif;
+    if (!keepsAlpha)
         layout.alpha = codecs::Alpha::None;
+    else if (layout.alpha != codecs::Alpha::None)
+        layout.alpha = codecs::Alpha::Straight;
+    if (&codec != &codecs::png)
         layout.bitsPerSample = 8;
-    }
+    else if (!plainGray)
+        layout.bitsPerSample = std::max<std::uint8_t>(layout.bitsPerSample, 8);
     return layout;
 }
 
@@ -130,15 +134,12 @@ Owned<NSData*> profileFor(NSBitmapImageRep* bitmap, const Options& options) {
                : Owned<NSData*>();
 }
 
-codecs::Bytes bytesOf(NSData* data) {
-    return {static_cast<const std::uint8_t*>([data bytes]), [data length]};
-}
-
 /// Nothing when there is not enough memory.
 std::optional<Page> pageFor(NSBitmapImageRep* bitmap, const codecs::Codec& codec,
                             const Options& options) {
     Page page;
-    if (&codec == &codecs::png && [bitmap state]->layout.model == ColorModel::CMYK) {
+    const bool takesInk = &codec == &codecs::jpeg || &codec == &codecs::tiff;
+    if (!takesInk && [bitmap state]->layout.model == ColorModel::CMYK) {
         page.redrawn = redrawnInRGB(bitmap);
         bitmap = page.redrawn;
         if (!bitmap) return std::nullopt;
@@ -163,6 +164,8 @@ std::optional<Page> pageFor(NSBitmapImageRep* bitmap, const codecs::Codec& codec
     page.picture.dpiY = dpi(source.height, size.height);
     page.profile = profileFor(bitmap, options);
     page.picture.iccProfile = bytesOf(page.profile);
+    page.picture.gamma = options.positive(NSImageGamma);
+    page.picture.exif = state.exif;
     return page;
 }
 
@@ -206,12 +209,23 @@ constexpr NSTIFFCompression compressions[] = {
     NSTIFFCompressionPackBits, NSTIFFCompressionOldJPEG,
 };
 
-NSData* encodeTIFF(NSArray* bitmaps, NSDictionary* properties, NSTIFFCompression compression) {
+codecs::TIFFCompression codecCompression(NSTIFFCompression compression) {
+    return compression == NSTIFFCompressionJPEG ? codecs::TIFFCompression::JPEG
+                                                : static_cast<codecs::TIFFCompression>(compression);
+}
+
+/// Of a factor that grows with the compression, from 0 to 255.
+float qualityOf(float compressionFactor) {
+    return compressionFactor > 0 ? std::max(1 - compressionFactor / 255, 0.0F) : 1;
+}
+
+NSData* encodeTIFF(NSArray* bitmaps, NSDictionary* properties, NSTIFFCompression compression,
+                   float quality) {
     for (NSUInteger index = 0; index < [bitmaps count]; ++index)
         if (![[bitmaps objectAtIndex:index] canBeCompressedUsing:compression])
             compression = NSTIFFCompressionNone;
     return encode(bitmaps, codecs::tiff, properties,
-                  {.compression = static_cast<codecs::TIFFCompression>(compression)});
+                  {.quality = quality, .compression = codecCompression(compression)});
 }
 
 NSTIFFCompression compressionOf(NSBitmapImageRep* bitmap, NSDictionary* properties) {
@@ -239,13 +253,15 @@ NSTIFFCompression compressionOf(NSBitmapImageRep* bitmap, NSDictionary* properti
 + (NSData*)TIFFRepresentationOfImageRepsInArray:(NSArray*)array {
     NSArray* bitmaps = bitmapsIn(array);
     if (![bitmaps count]) return nil;
-    return encodeTIFF(bitmaps, nil, compressionOf([bitmaps objectAtIndex:0], nil));
+    NSBitmapImageRep* first = [bitmaps objectAtIndex:0];
+    return encodeTIFF(bitmaps, nil, compressionOf(first, nil),
+                      qualityOf([first state]->compressionFactor));
 }
 
 + (NSData*)TIFFRepresentationOfImageRepsInArray:(NSArray*)array
                                usingCompression:(NSTIFFCompression)compression
                                          factor:(float)factor {
-    return encodeTIFF(bitmapsIn(array), nil, compression);
+    return encodeTIFF(bitmapsIn(array), nil, compression, qualityOf(factor));
 }
 
 + (NSData*)representationOfImageRepsInArray:(NSArray*)imageReps
@@ -258,7 +274,8 @@ NSTIFFCompression compressionOf(NSBitmapImageRep* bitmap, NSDictionary* properti
     const Options options(first, properties);
     switch (storageType) {
     case NSTIFFFileType:
-        return encodeTIFF(bitmaps, properties, compressionOf(first, properties));
+        return encodeTIFF(bitmaps, properties, compressionOf(first, properties),
+                          options.factor(qualityOf([first state]->compressionFactor)));
     case NSJPEGFileType: {
         const codecs::EncodeOptions standard;
         return encode(single, codecs::jpeg, properties,
@@ -268,6 +285,13 @@ NSTIFFCompression compressionOf(NSBitmapImageRep* bitmap, NSDictionary* properti
     case NSPNGFileType:
         return encode(single, codecs::png, properties,
                       {.interlaced = options.flag(NSImageInterlaced)});
+    case NSGIFFileType:
+        return encode(single, codecs::gif, properties,
+                      {.interlaced = options.flag(NSImageInterlaced),
+                       .ditherTransparency = options.flag(NSImageDitherTransparency),
+                       .colorTable = options.bytes(NSImageRGBColorTable)});
+    case NSBMPFileType:
+        return encode(single, codecs::bmp, properties, {});
     default:
         return nil;
     }
@@ -319,6 +343,8 @@ NSTIFFCompression compressionOf(NSBitmapImageRep* bitmap, NSDictionary* properti
     case NSTIFFCompressionCCITTFAX3:
     case NSTIFFCompressionCCITTFAX4:
         return layout.bitsPerSample == 1 && layout.samplesPerPixel == 1;
+    case NSTIFFCompressionJPEG:
+        return layout.bitsPerSample == 8 && !layout.hasAlpha;
     default:
         return NO;
     }

@@ -115,6 +115,8 @@ BitmapPixels callersPixels(const BitmapLayout& layout, unsigned char** planes) {
     state->layout = _bitmap->layout;
     state->pixels = std::move(pixels);
     state->colorSpace = _bitmap->colorSpace;
+    state->frames = _bitmap->frames.copy();
+    state->exif = _bitmap->exif;
     state->compression = _bitmap->compression;
     state->compressionFactor = _bitmap->compressionFactor;
     if (_bitmap->properties)
@@ -165,21 +167,6 @@ BitmapPixels callersPixels(const BitmapLayout& layout, unsigned char** planes) {
     if (!data) return;
     _bitmap->pixelsChange();
     std::copy(_bitmap->pixels.planes.begin(), _bitmap->pixels.planes.end(), data);
-}
-
-- (void)setProperty:(NSString*)property withValue:(id)value {
-    if (!property) return;
-    if (!_bitmap->properties)
-        _bitmap->properties =
-            Owned<NSMutableDictionary*>::adopt([[NSMutableDictionary alloc] init]);
-    if (value)
-        [_bitmap->properties setObject:value forKey:property];
-    else
-        [_bitmap->properties removeObjectForKey:property];
-}
-
-- (id)valueForProperty:(NSString*)property {
-    return property ? [_bitmap->properties objectForKey:property] : nil;
 }
 
 @end

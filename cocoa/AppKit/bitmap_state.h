@@ -2,6 +2,7 @@
 
 /// What an NSBitmapImageRep holds, and how the parts of AppKit reach it.
 
+#include "cocoa/AppKit/bitmap_frames.h"
 #include "cocoa/AppKit/bitmap_layout.h"
 #include "cocoa/AppKit/ownership.h"
 
@@ -14,7 +15,10 @@ struct NSBitmapState {
     cocoa::appkit::Owned<NSColorSpace*> colorSpace; ///< where pixels have a profile of their own
     cocoa::appkit::Owned<NSMutableDictionary*> properties;
     cocoa::appkit::OwnedRef<CGImageRef> image; ///< of the pixels, until `pixelsChange`
-    int drawingPorts = 0;                      ///< contexts that may change the pixels at any time
+    cocoa::appkit::BitmapFrames frames;
+    std::vector<std::uint8_t>
+        exif;             ///< the block that was read with the pixels, as a codec gives it
+    int drawingPorts = 0; ///< contexts that may change the pixels at any time
     NSTIFFCompression compression = NSTIFFCompressionNone;
     float compressionFactor = 0;
 

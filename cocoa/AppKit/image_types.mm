@@ -20,6 +20,8 @@ const OldNames oldNames[] = {
     {"public.tiff", @"'TIFF'", NSTIFFPboardType},
     {"public.jpeg", @"'JPEG'", nil},
     {"public.png", @"'PNGf'", @"Apple PNG pasteboard type"},
+    {"com.compuserve.gif", @"'GIFf'", nil},
+    {"com.microsoft.bmp", @"'BMPf'", nil},
 };
 
 const OldNames* oldNamesOf(const codecs::Codec& codec) {

@@ -54,6 +54,7 @@ struct PageInfo {
     int orientation = 1; ///< EXIF's 1 to 8; rows are given as stored, not turned
     std::vector<std::uint8_t> iccProfile;
     std::vector<std::uint8_t> exif; ///< the TIFF-structured block, without the "Exif" marker
+    double gamma = 0;               ///< that PNG's samples were made with; 0 when it does not say
 };
 
 /// How pages that are the frames of one moving picture follow one another.
@@ -104,6 +105,7 @@ struct Picture {
     double dpiY = 0;
     Bytes iccProfile;
     Bytes exif;
+    double gamma = 0; ///< 0: leave unset
 };
 
 /// TIFF's own compression numbers. JPEG holds 8-bit samples without alpha, CCITT 1-bit grey.

@@ -172,6 +172,8 @@ std::unique_ptr<Reader> open_png(Bytes data) {
         info.dpiX = dots_per_inch(x);
         info.dpiY = dots_per_inch(y);
     }
+    double gamma = 0;
+    if (png_get_gAMA(session.png, session.info, &gamma)) info.gamma = gamma;
     png_charp name = nullptr;
     int method = 0;
     png_bytep profile = nullptr;

@@ -41,6 +41,7 @@ struct PngWriteSession {
             png_set_pHYs(png, info, dots_per_meter(picture.dpiX), dots_per_meter(picture.dpiY),
                          PNG_RESOLUTION_METER);
         }
+        if (picture.gamma > 0) png_set_gAMA(png, info, std::min(picture.gamma, mostGamma));
         if (!picture.iccProfile.empty()) {
             png_set_iCCP(png, info, "ICC Profile", PNG_COMPRESSION_TYPE_BASE,
                          picture.iccProfile.data(),
@@ -52,6 +53,9 @@ struct PngWriteSession {
                            const_cast<png_bytep>(picture.exif.data()));
         }
     }
+
+    /// What the format's numbers can hold, and more than makes sense.
+    static constexpr double mostGamma = 20000;
 
     static png_uint_32 dots_per_meter(double dpi) {
         return static_cast<png_uint_32>(

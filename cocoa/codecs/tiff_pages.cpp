@@ -1,4 +1,5 @@
 #include "cocoa/codecs/tiff_pages.h"
+#include "cocoa/codecs/exif_fields.h"
 #include "cocoa/codecs/formats.h"
 
 #include <algorithm>
@@ -184,7 +185,7 @@ double dots_per_inch(TIFF* tiff, std::uint32_t tag) {
     }
 }
 
-void describe_metadata(TIFF* tiff, PageInfo& info) {
+void describe_metadata(TIFF* tiff, Bytes file, PageInfo& info) {
     info.dpiX = dots_per_inch(tiff, TIFFTAG_XRESOLUTION);
     info.dpiY = dots_per_inch(tiff, TIFFTAG_YRESOLUTION);
     const auto orientation = field<std::uint16_t>(tiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
@@ -193,6 +194,13 @@ void describe_metadata(TIFF* tiff, PageInfo& info) {
     const std::uint8_t* profile = nullptr;
     if (TIFFGetField(tiff, TIFFTAG_ICCPROFILE, &size, &profile)) {
         info.iccProfile.assign(profile, profile + size);
+    }
+    // Copies of what the first few pages have; a camera's file has no more.
+    constexpr tdir_t mostExif = 64;
+    toff_t exif = 0;
+    if (TIFFCurrentDirectory(tiff) < mostExif && TIFFGetField(tiff, TIFFTAG_EXIFIFD, &exif) &&
+        !TIFFIsBigTIFF(tiff)) {
+        info.exif = exif_of_tiff(file, exif);
     }
 }
 
@@ -224,7 +232,7 @@ std::uint64_t strip_size(TIFF* tiff, std::uint32_t strip, std::uint32_t height) 
 
 } // namespace
 
-std::optional<TiffPage> describe_page(TIFF* tiff) {
+std::optional<TiffPage> describe_page(TIFF* tiff, Bytes file) {
     const Tags tags(tiff);
     TiffPage page;
     PixelLayout& layout = page.info.layout;
@@ -237,7 +245,7 @@ std::optional<TiffPage> describe_page(TIFF* tiff) {
     const bool described =
         model ? describe_plain(tiff, tags, *model, page) : describe_rendered(tiff, page);
     if (!described) return std::nullopt;
-    describe_metadata(tiff, page.info);
+    describe_metadata(tiff, file, page.info);
     return page;
 }
 

@@ -33,8 +33,8 @@ struct TiffPage {
     }
 };
 
-/// Describes the current directory; nothing when it is no image that can be decoded.
-std::optional<TiffPage> describe_page(TIFF* tiff);
+/// Describes the current directory of a file; nothing when it is no image that can be decoded.
+std::optional<TiffPage> describe_page(TIFF* tiff, Bytes file);
 
 /// Sets up the codec of the current directory in the way that the page was described for.
 void prepare_page(TIFF* tiff, const TiffPage& page);

@@ -241,7 +241,7 @@ private:
         if (!tiff_) return false;
         constexpr std::size_t mostPages = 65535;
         for (;;) {
-            if (auto page = describe_page(tiff_.get())) {
+            if (auto page = describe_page(tiff_.get(), input_.data)) {
                 if (!has_all_data(tiff_.get(), input_.data.size())) return false;
                 pages_.push_back(std::move(*page));
             }

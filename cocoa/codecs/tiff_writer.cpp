@@ -96,8 +96,11 @@ private:
             if (!set(TIFFTAG_JPEGQUALITY, static_cast<int>(std::lround(quality * 100)))) {
                 return false;
             }
-            return layout_.model != ColorModel::RGB ||
-                   set(TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
+            if (layout_.model != ColorModel::RGB) return true;
+            // The best qualities keep the colours as sharp as the light.
+            constexpr float fullColor = 0.95F;
+            return set(TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB) &&
+                   (quality < fullColor || set(TIFFTAG_YCBCRSUBSAMPLING, 1, 1));
         }
         default:
             return true;

@@ -9,7 +9,7 @@ enum {
     NSTIFFCompressionCCITTFAX3 = 3, ///< for 1 bit a pixel only
     NSTIFFCompressionCCITTFAX4 = 4, ///< for 1 bit a pixel only
     NSTIFFCompressionLZW = 5,
-    NSTIFFCompressionJPEG = 6,     ///< not written
+    NSTIFFCompressionJPEG = 6,     ///< for 8 bits a sample without alpha only
     NSTIFFCompressionNEXT = 32766, ///< not written
     NSTIFFCompressionPackBits = 32773,
     NSTIFFCompressionOldJPEG = 32865, ///< not written
@@ -46,18 +46,18 @@ typedef NSUInteger NSBitmapFormat;
 /// Keys of the properties of a bitmap and of its encoders.
 APPKIT_EXTERN NSString* const NSImageCompressionMethod;       ///< NSNumber, an NSTIFFCompression
 APPKIT_EXTERN NSString* const NSImageCompressionFactor;       ///< NSNumber, 0 to 1
-APPKIT_EXTERN NSString* const NSImageDitherTransparency;      ///< NSNumber, a boolean
-APPKIT_EXTERN NSString* const NSImageRGBColorTable;           ///< NSData
-APPKIT_EXTERN NSString* const NSImageInterlaced;              ///< NSNumber, a boolean; PNG
+APPKIT_EXTERN NSString* const NSImageDitherTransparency;      ///< NSNumber, a boolean; GIF
+APPKIT_EXTERN NSString* const NSImageRGBColorTable;           ///< NSData: red, green, blue; GIF
+APPKIT_EXTERN NSString* const NSImageInterlaced;              ///< NSNumber, a boolean; PNG, GIF
 APPKIT_EXTERN NSString* const NSImageColorSyncProfileData;    ///< NSData, an ICC profile
-APPKIT_EXTERN NSString* const NSImageFrameCount;              ///< NSNumber
-APPKIT_EXTERN NSString* const NSImageCurrentFrame;            ///< NSNumber
+APPKIT_EXTERN NSString* const NSImageFrameCount;              ///< NSNumber; moving GIF
+APPKIT_EXTERN NSString* const NSImageCurrentFrame;            ///< NSNumber, from 0
 APPKIT_EXTERN NSString* const NSImageCurrentFrameDuration;    ///< NSNumber, seconds
-APPKIT_EXTERN NSString* const NSImageLoopCount;               ///< NSNumber
-APPKIT_EXTERN NSString* const NSImageGamma;                   ///< NSNumber
+APPKIT_EXTERN NSString* const NSImageLoopCount;               ///< NSNumber, 0 for ever
+APPKIT_EXTERN NSString* const NSImageGamma;                   ///< NSNumber; PNG
 APPKIT_EXTERN NSString* const NSImageProgressive;             ///< NSNumber, a boolean; JPEG
 APPKIT_EXTERN NSString* const NSImageEXIFData;                ///< NSDictionary
-APPKIT_EXTERN NSString* const NSImageFallbackBackgroundColor; ///< NSColor; JPEG, else white
+APPKIT_EXTERN NSString* const NSImageFallbackBackgroundColor; ///< NSColor; JPEG, BMP, else white
 
 APPKIT_EXTERN NSString* const NSTIFFException;
 APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
@@ -113,7 +113,13 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
 - (NSBitmapFormat)bitmapFormat;
 - (NSColorSpace*)colorSpace;
 
-/// Properties kept with the bitmap; a nil value removes one.
+@end
+
+@interface NSBitmapImageRep (NSBitmapProperties)
+
+/// What the encoded data states of itself (EXIF, frames, gamma, profile), and what callers keep
+/// with the bitmap; a nil value removes one. Setting NSImageCurrentFrame of a moving picture shows
+/// that frame in the pixels; a number of no frame, or of a broken one, changes nothing.
 - (void)setProperty:(NSString*)property withValue:(id)value;
 - (id)valueForProperty:(NSString*)property;
 
@@ -121,18 +127,22 @@ APPKIT_EXTERN NSString* const NSBadBitmapParametersException;
 
 @interface NSBitmapImageRep (NSBitmapDecoding)
 
-+ (NSArray*)imageRepsWithData:(NSData*)data; ///< one for each page; nil when it is no image
-+ (id)imageRepWithData:(NSData*)data;        ///< the first page
+/// One for each page of a TIFF, one for all frames of a GIF; nil when it is no image.
++ (NSArray*)imageRepsWithData:(NSData*)data;
++ (id)imageRepWithData:(NSData*)data; ///< the first page
 - (id)initWithData:(NSData*)data;
 
 @end
 
 @interface NSBitmapImageRep (NSBitmapEncoding)
 
-/// The size in points is written as the resolution, a profile of the bitmap's own model is kept.
-/// PNG has straight alpha, TIFF alpha as the bitmap has it, JPEG none.
+/// The size in points is written as the resolution, a profile of the bitmap's own model is kept
+/// (neither in GIF, no profile in BMP). PNG has straight alpha, TIFF alpha as the bitmap has it,
+/// GIF pixels that are clear or opaque; in JPEG and BMP the picture lies over the fallback
+/// background. GIF has up to 256 colours: exactly those of the bitmap where it has no more.
 
-/// Where `compression` cannot be used for the bitmap, none is.
+/// Where `compression` cannot be used for one of the bitmaps, none is. `factor` bears on JPEG: from
+/// 0, the best quality, to 255, the smallest data.
 - (NSData*)TIFFRepresentation;
 - (NSData*)TIFFRepresentationUsingCompression:(NSTIFFCompression)compression factor:(float)factor;
 + (NSData*)TIFFRepresentationOfImageRepsInArray:(NSArray*)array;

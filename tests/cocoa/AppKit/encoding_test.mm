@@ -272,7 +272,8 @@ TEST_F(TIFFEncoding, UsesTheCompressionAskedFor) {
         {NSTIFFCompressionNone, "Compression Scheme: None"},
         {NSTIFFCompressionLZW, "Compression Scheme: LZW"},
         {NSTIFFCompressionPackBits, "Compression Scheme: PackBits"},
-        {NSTIFFCompressionJPEG, "Compression Scheme: None"},
+        {NSTIFFCompressionNEXT, "Compression Scheme: None"},
+        {NSTIFFCompressionOldJPEG, "Compression Scheme: None"},
         {NSTIFFCompressionCCITTFAX4, "Compression Scheme: None"},
         {77, "Compression Scheme: None"}};
     for (const auto& [compression, text] : schemes) {
@@ -294,13 +295,44 @@ TEST_F(TIFFEncoding, UsesFaxCompressionForOneBit) {
     }
 }
 
+TEST_F(TIFFEncoding, UsesJPEGForOpaqueBytes) {
+    const ByteVector noise = codecs_test::noise(64 * 64 * 3, 7);
+    NSBitmapImageRep* bitmap = makeBitmap({.width = 64, .height = 64}, noise);
+    const auto withFactor = [bitmap](float factor) {
+        return [bitmap TIFFRepresentationUsingCompression:NSTIFFCompressionJPEG factor:factor];
+    };
+    EXPECT_THAT(tiffInfo(withFactor(50)), testing::HasSubstr("Compression Scheme: JPEG"));
+    EXPECT_GT([withFactor(0) length], [withFactor(100) length]);
+    EXPECT_GT([withFactor(100) length], [withFactor(255) length]);
+    EXPECT_EQ([withFactor(255) length], [withFactor(1000) length]);
+    EXPECT_EQ([withFactor(0) length], [withFactor(NAN) length]);
+    NSBitmapImageRep* back = [NSBitmapImageRep imageRepWithData:withFactor(0)];
+    const ByteVector samples = rowsOf(back);
+    ASSERT_EQ(noise.size(), samples.size());
+    int worst = 0;
+    for (std::size_t i = 0; i < noise.size(); ++i)
+        worst = std::max(worst, std::abs(noise[i] - samples[i]));
+    EXPECT_LT(worst, 8); // colours as sharp as the light
+}
+
+TEST_F(TIFFEncoding, UsesNoCompressionWhereAPageCannotBearIt) {
+    NSArray* pages = [NSArray arrayWithObjects:makeBitmap({}, {1, 2, 3}), fourColors(), nil];
+    NSData* data = [NSBitmapImageRep TIFFRepresentationOfImageRepsInArray:pages
+                                                         usingCompression:NSTIFFCompressionJPEG
+                                                                   factor:0];
+    EXPECT_THAT(tiffInfo(data), testing::Not(testing::HasSubstr("JPEG")));
+    EXPECT_THAT(tiffRows(data), ElementsAre(1, 2, 3));
+}
+
 TEST_F(TIFFEncoding, KnowsWhatABitmapCanBeCompressedWith) {
     NSBitmapImageRep* bitmap = fourColors();
     EXPECT_TRUE([bitmap canBeCompressedUsing:NSTIFFCompressionNone]);
     EXPECT_TRUE([bitmap canBeCompressedUsing:NSTIFFCompressionLZW]);
     EXPECT_TRUE([bitmap canBeCompressedUsing:NSTIFFCompressionPackBits]);
     EXPECT_FALSE([bitmap canBeCompressedUsing:NSTIFFCompressionCCITTFAX3]);
-    EXPECT_FALSE([bitmap canBeCompressedUsing:NSTIFFCompressionJPEG]);
+    EXPECT_FALSE([bitmap canBeCompressedUsing:NSTIFFCompressionJPEG]); // it has alpha
+    EXPECT_TRUE([makeBitmap({}) canBeCompressedUsing:NSTIFFCompressionJPEG]);
+    EXPECT_FALSE([makeBitmap({.bits = 16}) canBeCompressedUsing:NSTIFFCompressionJPEG]);
     EXPECT_FALSE([bitmap canBeCompressedUsing:NSTIFFCompressionNEXT]);
     EXPECT_FALSE([bitmap canBeCompressedUsing:NSTIFFCompressionOldJPEG]);
     EXPECT_FALSE([bitmap canBeCompressedUsing:0]);

@@ -174,13 +174,14 @@ TEST_F(ImageRep, ClassesAreAskedInOrderOfRegistration) {
 
 TEST_F(ImageTypes, AreThoseThatAreRead) {
     NSArray* files = [NSImage imageFileTypes];
-    for (NSString* type :
-         {@"png", @"jpg", @"jpeg", @"tif", @"tiff", @"'TIFF'", @"'JPEG'", @"'PNGf'"})
+    for (NSString* type : {@"png", @"jpg", @"jpeg", @"tif", @"tiff", @"gif", @"bmp", @"'TIFF'",
+                           @"'JPEG'", @"'PNGf'", @"'GIFf'", @"'BMPf'"})
         EXPECT_TRUE([files containsObject:type]) << [type UTF8String];
     for (NSString* type : {@"pdf", @"eps", @"pict", @"psd"})
         EXPECT_FALSE([files containsObject:type]) << [type UTF8String];
     NSArray* identifiers = [NSImage imageTypes];
-    for (NSString* type : {@"public.png", @"public.jpeg", @"public.tiff"})
+    for (NSString* type : {@"public.png", @"public.jpeg", @"public.tiff", @"com.compuserve.gif",
+                           @"com.microsoft.bmp"})
         EXPECT_TRUE([identifiers containsObject:type]) << [type UTF8String];
     EXPECT_TRUE([[NSImage imagePasteboardTypes] containsObject:NSTIFFPboardType]);
     EXPECT_TRUE([[NSImage imagePasteboardTypes] containsObject:@"public.png"]);

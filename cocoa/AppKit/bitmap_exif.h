@@ -1,0 +1,15 @@
+#pragma once
+
+/// The camera's settings of a picture, as image properties.
+
+#import <Foundation/Foundation.h>
+
+#include "cocoa/codecs/codec.h"
+
+namespace cocoa::appkit {
+
+/// The fields of an EXIF block by their names: NSNumbers, NSStrings, and NSArrays of NSNumbers.
+/// Autoreleased; nil where there are none.
+NSDictionary* exifDictionary(codecs::Bytes block);
+
+} // namespace cocoa::appkit
