@@ -133,12 +133,24 @@ void Registry::destroy(REALobjectStruct* object) {
     if (control->references != 0)
         Runtime::current().reportMisuse("the destructor of " + type.name() +
                                         " left the object with " + counted(control->references));
-    control->state.reset();
+    std::unique_ptr<State> state = std::move(control->state);
     delete control;
     setControl(object, nullptr);
     std::memset(object + 1, deadByte,
                 std::max(type.instanceSize(), sizeof(REALobjectStruct)) - sizeof(REALobjectStruct));
     bury(object, records_.at(object));
+    if (state) dispose(std::move(state));
+}
+
+void Registry::dispose(std::unique_ptr<State> state) {
+    unheld_.push_back(std::move(state));
+    if (isDisposing_) return;
+    isDisposing_ = true;
+    while (!unheld_.empty()) {
+        const std::unique_ptr<State> next = std::move(unheld_.back());
+        unheld_.pop_back();
+    }
+    isDisposing_ = false;
 }
 
 void Registry::bury(const void* pointer, Record& record) {

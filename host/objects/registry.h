@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -87,10 +88,15 @@ private:
     void enter(const void* pointer, Kind kind, const Class* type);
     void bury(const void* pointer, Record& record);
     void destroy(REALobjectStruct* object);
+    /// Objects that nothing but a dead object's state held die one after the other, not within
+    /// each other: a chain of them may be longer than the stack is deep.
+    void dispose(std::unique_ptr<State> state);
 
     std::unordered_map<const void*, Record> records_;
     std::deque<const void*> graves_;
     std::unordered_map<void*, std::string_view> buffers_;
+    std::vector<std::unique_ptr<State>> unheld_; ///< of the dead, yet to be destroyed
+    bool isDisposing_ = false;
     std::size_t liveStrings_ = 0;
     std::size_t serial_ = 0;
     int ownDepth_ = 0;

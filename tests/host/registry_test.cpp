@@ -55,6 +55,15 @@ TEST_F(References, ToAStringGivenBackTwiceAreReported) {
                 ElementsAre("REALUnlockString: argument 1: String already released"));
 }
 
+TEST_F(References, InAChainOfAnyLengthEndTogether) {
+    host::ObjectRef outer;
+    for (int link = 0; link < 1000000; ++link)
+        outer = host.arrayOf(host::Kind::Variant, {outer});
+    EXPECT_EQ(host.instances("Array"), 1000000U);
+    outer = nullptr;
+    EXPECT_EQ(host.instances("Array"), 0U);
+}
+
 TEST_F(References, ToADeadObjectAreReportedWhereTheyAreUsed) {
     REALmemoryBlockStruct* const block = newBlock();
     service(UnlockObject)(block);
