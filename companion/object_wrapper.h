@@ -4,9 +4,9 @@
 
 #include <Cocoa/Cocoa.h>
 
-/// A host object dressed as a Cocoa object, so that it can stand in collections and come back. Two
-/// wrappers of one host object are equal.
-@interface ZNTREALobjectWrapper : NSObject {
+/// A host object dressed as a Cocoa object, so that it can stand in collections, as a key too, and
+/// come back. Two wrappers of one host object are equal.
+@interface ZNTREALobjectWrapper : NSObject <NSCopying> {
 @private
     REALobjectStruct* hostObject;
 }

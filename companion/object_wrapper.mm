@@ -24,6 +24,11 @@
     return hostObject;
 }
 
+/// Dictionaries copy their keys.
+- (id)copyWithZone:(NSZone*)zone {
+    return [self retain];
+}
+
 - (NSUInteger)hash {
     return std::hash<void*>()(hostObject);
 }

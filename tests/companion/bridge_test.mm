@@ -125,6 +125,15 @@ TEST(ObjectWrapper, EqualsAnotherOfTheSameObject) {
     EXPECT_FALSE([first isEqual:@"text"]);
 }
 
+TEST(ObjectWrapper, IsItsOwnCopyAsAKey) {
+    BaseHost host;
+    const ObjectRef object = host.create("NSSizeZNT");
+    ZNTREALobjectWrapper* const wrapper = [wrapperClass() wrap:object.get()];
+    ZNTREALobjectWrapper* const copy = [wrapper copy];
+    EXPECT_EQ(copy, wrapper);
+    [copy release];
+}
+
 TEST(ObjectWrapper, IsMadeWithoutTheServiceThatCounts) {
     BaseHost host{{.without = {"REALLockObject", "REALUnlockObject"}}};
     host.tolerateLeaks();
