@@ -5,7 +5,7 @@
 #include <objc/runtime.h>
 
 /// Cocoa's errors are equal by value, always have a dictionary, and say what happened in a
-/// sentence.
+/// sentence. They never change, so a copy is the same object.
 @implementation NSError (CocoaBehaviour)
 
 - (NSDictionary*)userInfo {
@@ -20,6 +20,10 @@
     NSError* const other = object;
     return [self code] == [other code] && [[self domain] isEqual:[other domain]] &&
            [[self userInfo] isEqual:[other userInfo]];
+}
+
+- (id)copyWithZone:(NSZone*)zone {
+    return [self retain];
 }
 
 - (NSUInteger)hash {

@@ -239,6 +239,12 @@ TEST_F(Errors, SayWhatHappened) {
                  "(some.domain error 3.)\"");
 }
 
+TEST_F(Errors, AreTheirOwnCopies) {
+    NSError* const original = error(1);
+    const Error copy = Error::adopt((CFErrorRef)[original copy]);
+    EXPECT_EQ(copy.get(), (CFErrorRef)original);
+}
+
 TEST_F(Errors, AreEqualByValue) {
     NSDictionary* const info = [NSDictionary dictionaryWithObject:@"v" forKey:@"k"];
     EXPECT_TRUE([error(3) isEqual:error(3)]);
