@@ -1,6 +1,7 @@
 #import <AppKit/NSImage.h>
 #import <AppKit/NSImageRep.h>
 
+#include "cocoa/AppKit/bitmap_state.h"
 #include "cocoa/AppKit/image_state.h"
 
 using namespace cocoa::appkit;
@@ -85,8 +86,9 @@ NSString* const NSImageHintInterpolation = @"NSImageHintInterpolation";
 }
 
 - (NSColor*)backgroundColor {
-    if (!_state->backgroundColor) _state->backgroundColor = [NSColor clearColor];
-    return _state->backgroundColor;
+    // One object for all, so that asking changes nothing.
+    static NSColor* const clear = [[NSColor clearColor] retain];
+    return _state->backgroundColor.get() ? _state->backgroundColor.get() : clear;
 }
 
 - (NSString*)accessibilityDescription {
@@ -158,11 +160,16 @@ NSString* const NSImageHintInterpolation = @"NSImageHintInterpolation";
     return _state->matchesOnMultipleResolution;
 }
 
-/// Nothing is cached apart from the representations.
+/// For changes that were made to the pixels behind a bitmap's back.
 - (void)recache {
+    for (NSUInteger index = 0; index < [_state->representations count]; ++index) {
+        NSImageRep* rep = [_state->representations objectAtIndex:index];
+        if ([rep isKindOfClass:[NSBitmapImageRep class]])
+            if (NSBitmapState* bitmap = [(NSBitmapImageRep*)rep state]) bitmap->pixelsChange();
+    }
 }
 
-/// Images are never loaded bit by bit.
+/// Images are read whole when they are first asked about, so none is ever being loaded.
 - (void)cancelIncrementalLoad {
 }
 

@@ -70,7 +70,7 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
 - (BOOL)prefersColorMatch;
 - (void)setMatchesOnMultipleResolution:(BOOL)flag;
 - (BOOL)matchesOnMultipleResolution;
-- (void)recache;
+- (void)recache; ///< after pixels of a representation were changed in its memory
 - (void)cancelIncrementalLoad;
 
 @end
@@ -111,7 +111,8 @@ APPKIT_EXTERN NSString* const NSImageHintInterpolation;
 /// below, the icon of the machine's icon theme, which then bears the name and stays. Nil when there
 /// is neither, and for nil.
 + (id)imageNamed:(NSString*)name;
-/// NO when another image bears the name. Nil takes the receiver's name away.
+/// NO when another image bears the name; the receiver then keeps the one it has. Nil takes the
+/// receiver's name away. An image that goes gives its name free.
 - (BOOL)setName:(NSString*)string;
 - (NSString*)name;
 

@@ -2,6 +2,8 @@
 
 #include "files.h"
 
+#include <sys/stat.h>
+
 @interface NSImage (AppKitTestCategory)
 - (NSInteger)appKitTestPixels;
 @end
@@ -132,37 +134,32 @@ TEST_F(Image, CopyIsOwnedByItsMaker) {
     [copy release];
 }
 
-TEST_F(Image, IsFoundByItsName) {
+TEST_F(Image, ForgetsItsDescription) {
+    NSImage* image = emptyImage();
+    [image setAccessibilityDescription:@"a picture"];
+    [image setAccessibilityDescription:nil];
+    EXPECT_EQ(nil, [image accessibilityDescription]);
+}
+
+TEST_F(Image, OfACoreGraphicsImageHasItsPixelsOrTheSizeItIsGiven) {
+    CGImageRef picture = [fourColors() CGImage];
+    NSImage* image = [[[NSImage alloc] initWithCGImage:picture
+                                                  size:NSMakeSize(10, 30)] autorelease];
+    EXPECT_TRUE(NSEqualSizes(NSMakeSize(10, 30), [image size]));
+    EXPECT_TRUE(NSEqualSizes(NSMakeSize(10, 30), [bitmapOf(image) size]));
+    EXPECT_THAT(pixelsOf(bitmapOf(image)), ElementsAre(red, green, blue, white));
+    NSImage* natural = [[[NSImage alloc] initWithCGImage:picture size:NSZeroSize] autorelease];
+    EXPECT_TRUE(NSEqualSizes(NSMakeSize(2, 2), [natural size]));
+}
+
+TEST_F(Image, AsTIFFHasAPageForEveryRepresentation) {
     NSImage* image = makeImage(fourColors());
-    EXPECT_EQ(nil, [NSImage imageNamed:@"four"]);
-    EXPECT_TRUE([image setName:@"four"]);
-    EXPECT_EQ(image, [NSImage imageNamed:@"four"]);
-    EXPECT_EQUAL_STRINGS(@"four", [image name]);
-    EXPECT_TRUE([image setName:@"other"]);
-    EXPECT_EQ(nil, [NSImage imageNamed:@"four"]);
-    EXPECT_TRUE([image setName:nil]);
-    EXPECT_EQ(nil, [NSImage imageNamed:@"other"]);
-    EXPECT_EQ(nil, [image name]);
-    EXPECT_EQ(nil, [NSImage imageNamed:nil]);
-}
-
-TEST_F(Image, CannotTakeAnothersName) {
-    NSImage* first = emptyImage();
-    NSImage* second = emptyImage();
-    EXPECT_TRUE([first setName:@"taken"]);
-    EXPECT_TRUE([first setName:@"taken"]);
-    EXPECT_TRUE([second setName:@"mine"]);
-    EXPECT_FALSE([second setName:@"taken"]);
-    EXPECT_EQUAL_STRINGS(@"mine", [second name]);
-    EXPECT_EQ(first, [NSImage imageNamed:@"taken"]);
-}
-
-TEST_F(Image, LosesItsNameWhenItGoes) {
-    NSImage* image = [[NSImage alloc] init];
-    [image setName:@"short-lived"];
-    EXPECT_EQ(1U, [image retainCount]);
-    [image release];
-    EXPECT_EQ(nil, [NSImage imageNamed:@"short-lived"]);
+    [image addRepresentation:makeRGBA(1, 3, {red, green, blue})];
+    NSArray* pages = [NSBitmapImageRep imageRepsWithData:[image TIFFRepresentation]];
+    ASSERT_EQ(2U, [pages count]);
+    EXPECT_THAT(pixelsOf([pages objectAtIndex:0]), ElementsAre(red, green, blue, white));
+    EXPECT_THAT(pixelsOf([pages objectAtIndex:1]), ElementsAre(red, green, blue));
+    EXPECT_EQ(nil, [emptyImage() TIFFRepresentation]);
 }
 
 TEST_F(Image, StartsWithCocoasFlags) {
@@ -181,40 +178,67 @@ TEST_F(Image, StartsWithCocoasFlags) {
     EXPECT_TRUE([[image backgroundColor] isEqual:[NSColor clearColor]]);
 }
 
-TEST_F(Image, KeepsEachFlagApart) {
-    struct Flag {
-        SEL getter;
-        SEL setter;
-    };
-    const Flag flags[] = {
-        {@selector(isTemplate), @selector(setTemplate:)},
-        {@selector(isFlipped), @selector(setFlipped:)},
-        {@selector(scalesWhenResized), @selector(setScalesWhenResized:)},
-        {@selector(isDataRetained), @selector(setDataRetained:)},
-        {@selector(isCachedSeparately), @selector(setCachedSeparately:)},
-        {@selector(cacheDepthMatchesImageDepth), @selector(setCacheDepthMatchesImageDepth:)},
-        {@selector(usesEPSOnResolutionMismatch), @selector(setUsesEPSOnResolutionMismatch:)},
-        {@selector(prefersColorMatch), @selector(setPrefersColorMatch:)},
-        {@selector(matchesOnMultipleResolution), @selector(setMatchesOnMultipleResolution:)},
-    };
+struct Flag {
+    SEL getter;
+    SEL setter;
+};
+
+const Flag flags[] = {
+    {@selector(isTemplate), @selector(setTemplate:)},
+    {@selector(isFlipped), @selector(setFlipped:)},
+    {@selector(scalesWhenResized), @selector(setScalesWhenResized:)},
+    {@selector(isDataRetained), @selector(setDataRetained:)},
+    {@selector(isCachedSeparately), @selector(setCachedSeparately:)},
+    {@selector(cacheDepthMatchesImageDepth), @selector(setCacheDepthMatchesImageDepth:)},
+    {@selector(usesEPSOnResolutionMismatch), @selector(setUsesEPSOnResolutionMismatch:)},
+    {@selector(prefersColorMatch), @selector(setPrefersColorMatch:)},
+    {@selector(matchesOnMultipleResolution), @selector(setMatchesOnMultipleResolution:)},
+};
+
+std::vector<bool> flagsOf(NSImage* image) {
     using Getter = BOOL (*)(id, SEL);
+    std::vector<bool> values;
+    for (const Flag& flag : flags)
+        values.push_back(
+            reinterpret_cast<Getter>([image methodForSelector:flag.getter])(image, flag.getter));
+    return values;
+}
+
+void setFlag(NSImage* image, const Flag& flag, bool value) {
     using Setter = void (*)(id, SEL, BOOL);
+    reinterpret_cast<Setter>([image methodForSelector:flag.setter])(image, flag.setter, value);
+}
+
+TEST_F(Image, KeepsEachFlagApart) {
     NSImage* image = emptyImage();
-    const auto get = [image](SEL name) {
-        return reinterpret_cast<Getter>([image methodForSelector:name])(image, name);
-    };
-    const auto values = [&] {
-        std::vector<bool> all;
-        for (const Flag& flag : flags)
-            all.push_back(get(flag.getter));
-        return all;
-    };
-    std::vector<bool> expected = values();
+    std::vector<bool> expected = flagsOf(image);
     for (std::size_t index = 0; index < std::size(flags); ++index) {
         expected[index] = !expected[index];
-        const SEL setter = flags[index].setter;
-        reinterpret_cast<Setter>([image methodForSelector:setter])(image, setter, expected[index]);
-        EXPECT_EQ(expected, values()) << index;
+        setFlag(image, flags[index], expected[index]);
+        EXPECT_EQ(expected, flagsOf(image)) << index;
+    }
+}
+
+TEST_F(Image, HasACopyWithEachOfItsFlags) {
+    for (const Flag& flag : flags) {
+        NSImage* image = emptyImage();
+        for (const bool value : {true, false}) {
+            setFlag(image, flag, value);
+            EXPECT_EQ(flagsOf(image), flagsOf([[image copy] autorelease])) << flag.getter;
+        }
+    }
+}
+
+TEST_F(Image, KeepsItsCacheMode) {
+    for (const NSImageCacheMode mode :
+         {NSImageCacheAlways, NSImageCacheBySize, NSImageCacheNever, NSImageCacheDefault}) {
+        NSImage* image = makeImage(fourColors());
+        [image setCacheMode:mode];
+        EXPECT_EQ(mode, [image cacheMode]);
+        EXPECT_EQ(mode, [[[image copy] autorelease] cacheMode]);
+        [image lockFocus];
+        [image unlockFocus];
+        EXPECT_THAT(pixelsOf(bitmapOf(image)), ElementsAre(red, green, blue, white)) << mode;
     }
 }
 
@@ -226,9 +250,23 @@ TEST_F(Image, KeepsItsBackgroundColour) {
     EXPECT_EQ([image backgroundColor], [image backgroundColor]);
 }
 
-TEST_F(Image, DoesNotMindBeingToldToForgetItsCaches) {
-    NSImage* image = makeImage(fourColors());
+TEST_F(Image, ShowsChangedPixelsAfterRecaching) {
+    NSBitmapImageRep* bitmap = fourColors();
+    NSImage* image = makeImage(bitmap);
+    unsigned char* pixels = [bitmap bitmapData];
+    [image CGImageForProposedRect:nullptr context:nil hints:nil];
+    std::fill_n(pixels, 4, 255);
     [image recache];
+    NSBitmapImageRep* shown =
+        [[[NSBitmapImageRep alloc] initWithCGImage:[image CGImageForProposedRect:nullptr
+                                                                         context:nil
+                                                                           hints:nil]] autorelease];
+    EXPECT_THAT(pixelsOf(shown), ElementsAre(white, green, blue, white));
+    [emptyImage() recache];
+}
+
+TEST_F(Image, IsWholeThoughItsLoadingIsCancelled) {
+    NSImage* image = makeImage(fourColors());
     [image cancelIncrementalLoad];
     EXPECT_THAT(pixelsOf(bitmapOf(image)), ElementsAre(red, green, blue, white));
 }
@@ -260,6 +298,18 @@ TEST_F(Image, TakesSubclasses) {
     AppKitTestImage* copy = [[image copy] autorelease];
     EXPECT_EQ(1, [copy drawings]);
     EXPECT_THAT(pixelsOf(bitmapOf(copy)), ElementsAre(red, green, blue, white));
+}
+
+TEST_F(Image, OfAFileThatIsNoneIsNil) {
+    codecs_test::TemporaryFolder folder;
+    const std::string path = folder.path("pipe.png");
+    ASSERT_EQ(0, mkfifo(path.c_str(), 0600)); // nobody ever writes into it
+    NSString* pipe = [NSString stringWithUTF8String:path.c_str()];
+    for (NSString* name : {pipe, @"/dev/zero", @"/", @"/proc/self/mem"}) {
+        EXPECT_EQ(nil, [[NSImage alloc] initWithContentsOfFile:name]) << [name UTF8String];
+        EXPECT_EQ(nil, [[NSImage alloc] initWithContentsOfURL:[NSURL fileURLWithPath:name]]);
+        EXPECT_FALSE([[[[NSImage alloc] initByReferencingFile:name] autorelease] isValid]);
+    }
 }
 
 } // namespace
