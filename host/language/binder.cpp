@@ -2,7 +2,7 @@
 
 #include "host/language/operators.h"
 #include "host/language/standard_error.h"
-#include "host/objects/runtime.h"
+#include "host/objects/host_classes.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,6 +18,9 @@ std::unique_ptr<BoundProgram> Binder::bind(const SyntaxTree& tree) {
     globals_.declare({"StdErr", 0,
                       VariableSymbol{Storage::Global, StdErrVariable,
                                      Type::object(standardErrorClass().name())}});
+    globals_.declare({"App", 0,
+                      VariableSymbol{Storage::Global, AppVariable,
+                                     Type::object(applicationClass(Runtime::current()).name())}});
     variableCount_ = &program_->globalCount;
     declareTopLevelConstants(tree.main);
     for (const Routine& routine : tree.routines)

@@ -101,6 +101,7 @@ private:
     NodePointer bindSpecialCall(const std::string& name, const Arguments& arguments, int line);
     NodePointer bindArrayFunction(const Arguments& arguments, int line);
     NodePointer bindCast(const Class& type, const Arguments& arguments, int line);
+    NodePointer bindAddressOf(const std::string& name, int line);
     NodePointer bindRoutineCall(const std::string& name, const Arguments& arguments, int line);
     NodePointer bindElement(NodePointer array, const Arguments& arguments, int line);
     /// `arguments` is null where no parentheses were written.

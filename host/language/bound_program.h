@@ -21,6 +21,7 @@ struct BoundRoutine {
 enum PredefinedVariable : std::size_t {
     ArgumentsVariable, ///< `Arguments`, a String()
     StdErrVariable,    ///< `StdErr`
+    AppVariable,       ///< `App`, the application
     PredefinedVariableCount,
 };
 

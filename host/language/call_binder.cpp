@@ -207,6 +207,28 @@ NodePointer Binder::bindRoutineCall(const std::string& name, const Arguments& ar
                            std::move(isReference));
 }
 
+/// What a thread can run: a Sub without parameters, or with the Thread that runs it.
+NodePointer Binder::bindAddressOf(const std::string& name, int line) {
+    const BoundRoutine* found = nullptr;
+    bool isKnown = false;
+    for (const auto& routine : program_->routines) {
+        const Signature& signature = routine->method.signature;
+        if (!sameName(signature.name, name)) continue;
+        isKnown = true;
+        const auto& parameters = signature.parameters;
+        const bool takesThread = parameters.size() == 1 && !parameters[0].isByRef &&
+                                 parameters[0].type == Type::object("Thread");
+        if (signature.result.kind != Kind::Nothing || (!parameters.empty() && !takesThread))
+            continue;
+        if (found) throw SourceError(line, "AddressOf cannot choose: there are two Subs " + name);
+        found = routine.get();
+    }
+    if (found) return makeDelegate(found->node, !found->method.signature.parameters.empty());
+    if (!isKnown) throw SourceError(line, "There is no Sub called " + name);
+    throw SourceError(line,
+                      "AddressOf needs a Sub without parameters, or with one that is a Thread");
+}
+
 const Class& Binder::classOfObject(const Type& type, int line) const {
     if (type.kind == Kind::Variant) return Runtime::current().variantClass();
     if (type.kind != Kind::Object) throw SourceError(line, type.name() + " has no members");

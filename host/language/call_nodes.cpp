@@ -1,8 +1,10 @@
 #include "host/language/call_nodes.h"
 
+#include "host/language/execution.h"
 #include "host/language/operators.h"
 #include "host/language/value_nodes.h"
 #include "host/objects/runtime.h"
+#include "host/objects/thread.h"
 
 #include <utility>
 
@@ -52,6 +54,28 @@ private:
     const RoutineNode& routine_;
     ArgumentList arguments_;
     std::vector<bool> isReference_;
+};
+
+class DelegateNode final : public Node {
+public:
+    DelegateNode(const RoutineNode& routine, bool takesThread)
+        : Node(Type::object("Delegate"))
+        , routine_(routine)
+        , takesThread_(takesThread) {}
+
+    Value evaluate(Machine& machine) const override {
+        return newDelegate([this, &execution = machine.execution()](const ObjectRef& thread) {
+            execution.perform([&](Machine& inThread) {
+                Frame frame(routine_.variableCount, routine_.referenceCount);
+                if (takesThread_) frame.variables[0] = thread;
+                inThread.call(routine_, frame);
+            });
+        });
+    }
+
+private:
+    const RoutineNode& routine_;
+    bool takesThread_;
 };
 
 class FunctionCall final : public Node {
@@ -265,6 +289,10 @@ private:
 NodePointer makeRoutineCall(const RoutineNode& routine, ArgumentList arguments,
                             std::vector<bool> isReference) {
     return std::make_unique<RoutineCall>(routine, std::move(arguments), std::move(isReference));
+}
+
+NodePointer makeDelegate(const RoutineNode& routine, bool takesThread) {
+    return std::make_unique<DelegateNode>(routine, takesThread);
 }
 
 NodePointer makeFunctionCall(const Method& function, ArgumentList arguments) {

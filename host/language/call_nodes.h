@@ -17,6 +17,8 @@ using ArgumentList = NodeList;
 
 NodePointer makeRoutineCall(const RoutineNode& routine, ArgumentList arguments,
                             std::vector<bool> isReference);
+/// A Delegate of a Sub, which takes the Thread that runs it, or nothing.
+NodePointer makeDelegate(const RoutineNode& routine, bool takesThread);
 /// Every parameter has an argument.
 NodePointer makeFunctionCall(const Method& function, ArgumentList arguments);
 /// `object` is null for a shared method. Trailing arguments may be left to their defaults.

@@ -42,6 +42,7 @@ NodePointer Binder::bindExpression(const Expression& expression) {
             [&](const MemberExpression& node) { return bindMember(node, nullptr, line); },
             [&](const CallExpression& node) { return bindCallExpression(node, line); },
             [&](const NewExpression& node) { return bindNew(node, line); },
+            [&](const AddressOfExpression& node) { return bindAddressOf(node.routine, line); },
             [&](const UnaryExpression& node) { return bindUnary(node, line); },
             [&](const BinaryExpression& node) { return bindBinary(node, line); },
             [&](const IsAExpression& node) { return bindIsA(node, line); },

@@ -221,6 +221,8 @@ ExpressionPointer ExpressionParser::parsePrimary() {
     if (accept(Keyword::False)) return make(line, BooleanLiteral{false});
     if (accept(Keyword::Nil)) return make(line, NilLiteral{});
     if (at(Keyword::New)) return parseNew();
+    if (accept(Keyword::AddressOf))
+        return make(line, AddressOfExpression{expectName("the name of a Sub after AddressOf")});
     return make(line, NameExpression{expectName("an expression")});
 }
 

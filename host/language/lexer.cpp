@@ -14,6 +14,7 @@ namespace {
 
 const std::unordered_map<std::string, Keyword>& keywords() {
     static const std::unordered_map<std::string, Keyword> table = {
+        {"addressof", Keyword::AddressOf},
         {"and", Keyword::And},
         {"as", Keyword::As},
         {"byref", Keyword::ByRef},

@@ -14,6 +14,7 @@ enum class TokenKind { EndOfFile, EndOfLine, Word, Integer, Number, String, Colo
 /// The words that cannot name a variable. After a dot they are ordinary names.
 enum class Keyword {
     None,
+    AddressOf,
     And,
     As,
     ByRef,

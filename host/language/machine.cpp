@@ -1,5 +1,6 @@
 #include "host/language/machine.h"
 
+#include "host/language/execution.h"
 #include "host/objects/runtime.h"
 
 #include <algorithm>
@@ -24,9 +25,11 @@ const char* stackLimitOfThisThread() {
 
 } // namespace
 
-Machine::Machine(std::size_t globalCount, TextSink output)
-    : main_(globalCount, 0)
-    , output_(std::move(output))
+Machine::Machine(Execution& execution)
+    : execution_(execution)
+    , globals_(execution.globals())
+    , scheduler_(Runtime::current().scheduler())
+    , thread_(scheduler_.current())
     , stackLimit_(stackLimitOfThisThread()) {}
 
 void Machine::checkStack() const {

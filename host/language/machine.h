@@ -1,12 +1,10 @@
 #pragma once
 
-/// The state of a running program.
+/// How a program runs.
 
 #include "host/language/node.h"
+#include "host/threads/scheduler.h"
 
-#include <functional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace host::language {
@@ -21,13 +19,12 @@ struct RoutineNode {
     BlockNode body;
 };
 
-/// Takes text that a program writes.
-using TextSink = std::function<void(std::string_view)>;
-
 /// Thrown by Quit. No Catch and no Finally of the program sees it.
 struct QuitRequest {
     int status = 0;
 };
+/// Thrown in a thread that shall end. No Catch and no Finally sees it either.
+struct EndRequest {};
 
 /// The variables of one call.
 struct Frame {
@@ -39,9 +36,12 @@ struct Frame {
     std::vector<Value*> references; ///< what the ByRef parameters refer to, by parameter
 };
 
+class Execution;
+
+/// The state of one thread of a running program, on that thread.
 class Machine {
 public:
-    Machine(std::size_t globalCount, TextSink output);
+    explicit Machine(Execution& execution);
 
     /// Runs the routine in a frame that holds its arguments. The result of a Function that returned
     /// without a value is neutral.
@@ -50,18 +50,30 @@ public:
     /// Raises StackOverflowException when the stack has little room left.
     void checkStack() const;
 
+    /// Throws EndRequest when the thread shall end. Asked before each statement.
+    void checkEnd() const {
+        if (thread_.isEnding()) throw EndRequest();
+    }
+    /// At the end of each round of a loop: other threads may have a turn then.
+    void endRound() const {
+        scheduler_.yieldAfterTurn();
+        checkEnd();
+    }
+
+    Execution& execution() { return execution_; }
     Frame& frame() { return *frame_; }
-    std::vector<Value>& globals() { return main_.variables; }
-    void write(std::string_view text) { output_(text); }
+    std::vector<Value>& globals() { return globals_.variables; }
 
     int line = 0;               ///< of the statement at work
     Value result;               ///< what Return gave
     const void* loop = nullptr; ///< that an Exit or Continue leads to
 
 private:
-    Frame main_;
-    Frame* frame_ = &main_;
-    TextSink output_;
+    Execution& execution_;
+    Frame& globals_;
+    Frame* frame_ = &globals_;
+    Scheduler& scheduler_;
+    const HostThread& thread_;
     const char* stackLimit_;
 };
 

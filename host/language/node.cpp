@@ -61,6 +61,7 @@ Flow BlockNode::execute(Machine& machine) const {
 
 Flow BlockNode::executeStatements(Machine& machine) const {
     for (const StatementPointer& statement : statements) {
+        machine.checkEnd();
         machine.line = statement->line;
         const Flow flow = statement->execute(machine);
         if (flow != Flow::Next) return flow;

@@ -4,24 +4,24 @@
 #include "host/language/parser.h"
 #include "host/language/standard_error.h"
 #include "host/objects/array.h"
-#include "host/objects/runtime.h"
-#include "host/plugins/foreign_exceptions.h"
+#include "host/objects/host_classes.h"
 
-#include <new>
 #include <utility>
 
 namespace host::language {
 namespace {
 
-void prepareVariables(Machine& machine, const BoundProgram& program, const RunOptions& options) {
+void prepareVariables(std::vector<Value>& globals, const BoundProgram& program,
+                      const RunOptions& options) {
+    Runtime& runtime = Runtime::current();
     for (const auto& [slot, type] : program.globals)
-        machine.globals()[slot] =
-            type.isArray ? Value(newArray(type.element())) : neutralValue(type);
+        globals[slot] = type.isArray ? Value(newArray(type.element())) : neutralValue(type);
     ObjectRef arguments = newArray(Kind::String);
     for (const std::string& argument : options.arguments)
         arrayOf(arguments)->elements.emplace_back(argument);
-    machine.globals()[ArgumentsVariable] = std::move(arguments);
-    machine.globals()[StdErrVariable] = newStandardError(options.errorOutput);
+    globals[ArgumentsVariable] = std::move(arguments);
+    globals[StdErrVariable] = newStandardError(options.errorOutput);
+    globals[AppVariable] = runtime.newInstance(applicationClass(runtime));
 }
 
 TextSink sinkOrNone(const TextSink& sink) {
@@ -29,10 +29,6 @@ TextSink sinkOrNone(const TextSink& sink) {
 }
 
 } // namespace
-
-std::string ProgramError::text(std::string_view file) const {
-    return std::string(file) + ":" + std::to_string(line) + ": " + className + ": " + message;
-}
 
 Program::Program(std::unique_ptr<BoundProgram> bound)
     : bound_(std::move(bound)) {}
@@ -51,19 +47,13 @@ std::optional<Program> Program::compile(std::string_view source, ProgramError& e
 }
 
 RunResult Program::run(const RunOptions& options) const {
-    Machine machine(bound_->globalCount, sinkOrNone(options.output));
-    prepareVariables(machine, *bound_, options);
-    try {
-        const auto foreign = doUntilForeignException([&] { bound_->main.execute(machine); });
-        if (!foreign) return {};
-        return {1, ProgramError{machine.line, foreign->name, foreign->text}};
-    } catch (const QuitRequest& quit) {
-        return {quit.status, std::nullopt};
-    } catch (const Raised& raised) {
-        return {1, ProgramError{machine.line, raised.className(), raised.message()}};
-    } catch (const std::bad_alloc&) {
-        return {1, ProgramError{machine.line, "OutOfMemoryException", "There is no memory left"}};
-    }
+    Execution execution(bound_->globalCount, sinkOrNone(options.output));
+    execution.perform([&](Machine& machine) {
+        prepareVariables(machine.globals(), *bound_, options);
+        bound_->main.execute(machine);
+    });
+    Runtime::current().scheduler().awaitOthers();
+    return execution.result();
 }
 
 RunResult runProgram(std::string_view source, const RunOptions& options) {

@@ -2,7 +2,7 @@
 
 /// `StdErr`: the object through which a program writes to standard error.
 
-#include "host/language/machine.h"
+#include "host/language/execution.h"
 #include "host/objects/class.h"
 
 namespace host::language {

@@ -1,6 +1,7 @@
 #include "host/language/statement_nodes.h"
 
 #include "host/language/array_members.h"
+#include "host/language/execution.h"
 #include "host/language/operators.h"
 #include "host/language/value_nodes.h"
 #include "host/objects/runtime.h"
@@ -113,7 +114,7 @@ public:
         std::string line;
         if (text_) line = text_->evaluate(machine).get<StringRef>()->utf8();
         line += '\n';
-        machine.write(line);
+        machine.execution().write(line);
         return Flow::Next;
     }
 
@@ -175,12 +176,12 @@ protected:
     bool runBody(Machine& machine, const BlockNode& body, Flow& flow) const {
         const Flow left = body.execute(machine);
         machine.line = line;
-        if (left == Flow::Next) return true;
-        if (left == Flow::Return || machine.loop != identity_) {
-            flow = left;
-            return false;
-        }
-        return left == Flow::Continue;
+        const bool isLeft =
+            left == Flow::Return || (left != Flow::Next && machine.loop != identity_);
+        if (isLeft) flow = left;
+        if (isLeft || left == Flow::Exit) return false;
+        machine.endRound();
+        return true;
     }
 
 private:

@@ -50,6 +50,10 @@ struct CallExpression {
     ExpressionPointer callee;
     std::vector<ExpressionPointer> arguments;
 };
+/// A Sub by itself, not called.
+struct AddressOfExpression {
+    std::string routine;
+};
 struct NewExpression {
     TypeName type;
     std::vector<ExpressionPointer> arguments;
@@ -96,7 +100,7 @@ struct Expression {
     int depth = 1; ///< of the tree under it
     std::variant<NilLiteral, BooleanLiteral, IntegerLiteral, NumberLiteral, StringLiteral,
                  ColourLiteral, NameExpression, MemberExpression, CallExpression, NewExpression,
-                 UnaryExpression, BinaryExpression, IsAExpression>
+                 AddressOfExpression, UnaryExpression, BinaryExpression, IsAExpression>
         node;
 };
 

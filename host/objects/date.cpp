@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <limits>
 
@@ -85,6 +86,18 @@ constexpr DateFields fieldsFrom(Seconds wallClock) {
 static_assert(secondsFrom({1904, 1, 1}) == -epochFrom1904);
 static_assert(secondsFrom({2000, 14, 0, 24}) == secondsFrom({2001, 2, 1}));
 
+/// Lets the C library follow TZ. It reads the zone's file each time that it is told so, so it is
+/// told only when TZ has changed.
+void followZone() {
+    static std::optional<std::string> followed;
+    const char* const zone = std::getenv("TZ");
+    // No zone has this name.
+    const std::string wanted = zone ? zone : "\n";
+    if (followed == wanted) return;
+    tzset();
+    followed = wanted;
+}
+
 /// Seconds east of Greenwich at a moment; nothing where the system cannot tell.
 std::optional<Seconds> offsetAt(Seconds moment) {
     if (moment < std::numeric_limits<std::time_t>::min() ||
@@ -92,7 +105,7 @@ std::optional<Seconds> offsetAt(Seconds moment) {
         return std::nullopt;
     const auto time = static_cast<std::time_t>(moment);
     std::tm local{};
-    tzset();
+    followZone();
     if (!localtime_r(&time, &local)) return std::nullopt;
     return local.tm_gmtoff;
 }

@@ -39,7 +39,7 @@ void defineExceptions(Runtime& runtime) {
          {"NilObjectException", "OutOfBoundsException", "IllegalCastException",
           "UnsupportedOperationException", "OutOfMemoryException", "TypeMismatchException",
           "KeyNotFoundException", "IOException", "UnsupportedFormatException",
-          "StackOverflowException", "InvalidArgumentException"})
+          "StackOverflowException", "InvalidArgumentException", "ThreadAlreadyRunningException"})
         defineClass(runtime, name, "RuntimeException");
 }
 

@@ -12,8 +12,11 @@ void defineMemoryBlock(Runtime& runtime);
 void defineFolderItem(Runtime& runtime);
 void defineDate(Runtime& runtime);
 void defineDictionary(Runtime& runtime);
+/// The classes Thread and Delegate.
+void defineThread(Runtime& runtime);
 /// Application on the desktop, ConsoleApplication in a console.
 void defineApplication(Runtime& runtime);
+const Class& applicationClass(const Runtime& runtime);
 /// The functions of no class that plug-ins load.
 void defineFunctions(Runtime& runtime);
 

@@ -1,4 +1,5 @@
 #include "host/objects/runtime.h"
+#include "host/threads/scheduler.h"
 
 namespace host {
 
@@ -30,18 +31,18 @@ void prepare(const Signature& signature, std::vector<Value>& arguments) {
 class Runtime::Depth {
 public:
     explicit Depth(Runtime& runtime)
-        : runtime_(runtime) {
+        : thread_(runtime.scheduler().current()) {
         constexpr int callsBetweenDrains = 256;
-        if (runtime_.depth_ == 0 && ++runtime_.callsSinceDrain_ > callsBetweenDrains)
-            runtime_.drainPool();
-        ++runtime_.depth_;
+        if (thread_.membersAtWork == 0 && ++thread_.callsSinceDrain > callsBetweenDrains)
+            runtime.drainPool();
+        ++thread_.membersAtWork;
     }
-    ~Depth() { --runtime_.depth_; }
+    ~Depth() { --thread_.membersAtWork; }
     Depth(const Depth&) = delete;
     Depth& operator=(const Depth&) = delete;
 
 private:
-    Runtime& runtime_;
+    HostThread& thread_;
 };
 
 Value Runtime::perform(const Method& method, REALobjectStruct* self,

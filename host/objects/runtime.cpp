@@ -2,8 +2,8 @@
 
 #include "host/objects/array.h"
 #include "host/objects/host_classes.h"
-#include "host/plugins/pool.h"
 #include "host/services/services.h"
+#include "host/threads/scheduler.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -38,9 +38,9 @@ void raise(std::string_view className, std::string_view message, std::int32_t er
 }
 
 Runtime::Runtime(Options options)
-    : options_(std::move(options))
-    , pool_(std::make_unique<AutoreleasePool>()) {
+    : options_(std::move(options)) {
     if (running) throw std::logic_error("a process has one host at a time");
+    scheduler_ = std::make_unique<Scheduler>();
     Services::reset();
     for (const std::string& name : options_.without)
         if (!Services::offer(name, false))
@@ -53,9 +53,9 @@ Runtime::Runtime(Options options)
 }
 
 Runtime::~Runtime() {
-    pool_.reset();
     // Values that these keep release their references through the running host.
-    pending_ = nullptr;
+    takePending();
+    scheduler_.reset();
     functions_.clear();
     classes_.clear();
     running = nullptr;
@@ -66,11 +66,12 @@ Runtime& Runtime::current() { return *running; }
 bool Runtime::isRunning() { return running != nullptr; }
 
 void Runtime::drainPool() {
-    callsSinceDrain_ = 0;
-    pool_->drain();
+    HostThread& thread = scheduler_->current();
+    thread.callsSinceDrain = 0;
+    thread.pool->drain();
 }
 
-bool Runtime::onHostThread() const { return std::this_thread::get_id() == thread_; }
+bool Runtime::onHostThread() const { return scheduler_->onHostThread(); }
 
 void Runtime::defineClasses() {
     auto& root = addClass(std::make_unique<Class>("Object"));
@@ -84,6 +85,7 @@ void Runtime::defineClasses() {
     defineFolderItem(*this);
     defineDate(*this);
     defineDictionary(*this);
+    defineThread(*this);
     defineApplication(*this);
     defineFunctions(*this);
 }
@@ -149,12 +151,20 @@ std::vector<const Method*> Runtime::findFunctions(std::string_view name) const {
     return found;
 }
 
-void Runtime::setPending(ObjectRef exception) { pending_ = std::move(exception); }
+bool Runtime::hasPending() const {
+    return static_cast<bool>(scheduler_->current().pendingException);
+}
 
-ObjectRef Runtime::takePending() { return std::exchange(pending_, nullptr); }
+void Runtime::setPending(ObjectRef exception) {
+    scheduler_->current().pendingException = std::move(exception);
+}
+
+ObjectRef Runtime::takePending() {
+    return std::exchange(scheduler_->current().pendingException, nullptr);
+}
 
 void Runtime::throwPending() {
-    if (pending_) throw Raised(takePending());
+    if (hasPending()) throw Raised(takePending());
 }
 
 ObjectRef Runtime::makeException(std::string_view className, std::string_view message,

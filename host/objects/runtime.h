@@ -11,7 +11,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 namespace host {
@@ -49,7 +48,7 @@ private:
 [[noreturn]] void raise(std::string_view className, std::string_view message,
                         std::int32_t errorNumber = 0);
 
-class AutoreleasePool;
+class Scheduler;
 
 class Runtime {
 public:
@@ -105,9 +104,11 @@ public:
 
     // Exceptions
 
+    // What is pending is so on the current thread.
+
     /// Makes an exception pending, as RuntimeRaiseException does; a later one replaces it.
     void setPending(ObjectRef exception);
-    bool hasPending() const { return static_cast<bool>(pending_); }
+    bool hasPending() const;
     ObjectRef takePending();
     /// Throws the pending exception, if there is one.
     void throwPending();
@@ -141,7 +142,8 @@ public:
     /// then when no member is at work.
     void drainPool();
 
-    /// The thread that the host runs on; plug-ins may call it from no other.
+    Scheduler& scheduler() { return *scheduler_; }
+    /// Whether the caller runs on one of the host's threads; plug-ins may call from no other.
     bool onHostThread() const;
 
 private:
@@ -151,20 +153,16 @@ private:
     class Depth;
 
     Options options_;
-    std::unique_ptr<AutoreleasePool> pool_;
-    int depth_ = 0;
-    int callsSinceDrain_ = 0;
+    std::unique_ptr<Scheduler> scheduler_;
     Registry registry_;
     std::unique_ptr<Class> arrayClass_;
     std::unique_ptr<Class> variantClass_;
     std::vector<std::unique_ptr<Class>> classes_;
     std::map<std::string, Class*, std::less<>> classesByName_;
     std::vector<std::unique_ptr<Method>> functions_;
-    ObjectRef pending_;
     std::vector<std::string> plugins_;
     std::mutex misuseMutex_; ///< a plug-in's own thread may break a rule too
     std::vector<std::string> misuse_;
-    std::thread::id thread_ = std::this_thread::get_id();
 };
 
 /// A call that the program got wrong: no overload takes the arguments. Not catchable by it.

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What Cocoa code of the host's thread autoreleases outside of a plug-in's own pools.
+/// What Cocoa code of a host's thread autoreleases outside of a plug-in's own pools.
 
 namespace host {
 
@@ -16,6 +16,15 @@ public:
 
 private:
     void* pool_;
+};
+
+/// Makes a thread that Cocoa did not start known to it, for as long as the object lives there.
+class CocoaThread {
+public:
+    CocoaThread();
+    ~CocoaThread();
+    CocoaThread(const CocoaThread&) = delete;
+    CocoaThread& operator=(const CocoaThread&) = delete;
 };
 
 } // namespace host

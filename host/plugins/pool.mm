@@ -1,6 +1,7 @@
 #include "host/plugins/pool.h"
 
 #import <Foundation/NSAutoreleasePool.h>
+#import <Foundation/NSThread.h>
 
 namespace host {
 
@@ -13,5 +14,9 @@ void AutoreleasePool::drain() {
     [(id)pool_ release];
     pool_ = [[NSAutoreleasePool alloc] init];
 }
+
+CocoaThread::CocoaThread() { GSRegisterCurrentThread(); }
+
+CocoaThread::~CocoaThread() { GSUnregisterCurrentThread(); }
 
 } // namespace host

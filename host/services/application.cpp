@@ -1,10 +1,15 @@
 #include "host/objects/runtime.h"
 #include "host/services/arguments.h"
 #include "host/services/exports.h"
+#include "host/threads/scheduler.h"
 
 namespace host::exports {
 
-void yieldToRB() { ++Runtime::current().yields; }
+void yieldToRB() {
+    Runtime& runtime = Runtime::current();
+    ++runtime.yields;
+    runtime.scheduler().yield();
+}
 
 std::uint8_t inDebugMode() { return 0; }
 

@@ -36,6 +36,13 @@ TEST_F(Dates, AreMadeOfTheirFields) {
     EXPECT_EQ(shown(host.create("Date", 1999)), "1999-01-01 00:00:00");
 }
 
+TEST_F(Dates, FollowAZoneThatChangesMeanwhile) {
+    const host::ObjectRef date = host.create("Date", 2021, 7, 1);
+    EXPECT_EQ(host.get<double>(date, "GMTOffset"), 2);
+    setenv("TZ", "EST5", 1);
+    EXPECT_EQ(host.get<double>(date, "GMTOffset"), -5);
+}
+
 TEST_F(Dates, AreNowUntilToldOtherwise) {
     const std::time_t before = std::time(nullptr);
     const host::ObjectRef date = host.create("Date");

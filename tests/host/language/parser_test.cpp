@@ -41,6 +41,7 @@ std::string show(const ExpressionPointer& expression) {
             [](const NameExpression& node) { return node.name; },
             [](const MemberExpression& node) { return show(node.object) + "." + node.name; },
             [](const CallExpression& node) { return show(node.callee) + show(node.arguments); },
+            [](const AddressOfExpression& e) { return "AddressOf " + e.routine; },
             [](const NewExpression& node) {
                 return "new " + node.type.name + show(node.arguments);
             },
