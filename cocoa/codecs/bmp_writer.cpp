@@ -80,16 +80,17 @@ private:
     }
 
     void write_row(const std::uint8_t* row) {
+        std::uint8_t* out = at_;
         if (gray_) {
-            at_ = std::copy_n(row, layout_.width, at_);
+            out = std::copy_n(row, layout_.width, out);
         } else {
-            for (std::uint32_t x = 0; x < layout_.width; ++x, row += 3, at_ += 3) {
-                at_[0] = row[2];
-                at_[1] = row[1];
-                at_[2] = row[0];
+            for (std::uint32_t x = layout_.width; x > 0; --x, row += 3, out += 3) {
+                out[0] = row[2];
+                out[1] = row[1];
+                out[2] = row[0];
             }
         }
-        at_ = std::fill_n(at_, rowBytes_ - packedBytes_, std::uint8_t{0});
+        at_ = std::fill_n(out, rowBytes_ - packedBytes_, std::uint8_t{0});
     }
 
     const Picture& picture_;
