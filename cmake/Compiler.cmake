@@ -15,6 +15,10 @@ if(NSIMAGE_SANITIZE)
     target_sources(project_options INTERFACE
       $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_CURRENT_LIST_DIR}/leak_suppressions.cpp>)
   endif()
+  if(NSIMAGE_SANITIZE MATCHES "thread")
+    target_sources(project_options INTERFACE
+      $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_CURRENT_LIST_DIR}/thread_suppressions.cpp>)
+  endif()
   # Objective-C objects have no C++ type information to compare with.
   if(NSIMAGE_SANITIZE MATCHES "undefined")
     add_compile_options(-fno-sanitize=vptr,function)
