@@ -71,6 +71,14 @@ NSCalendarDate* date_of(REALobjectStruct* value) {
     return NewNSDate(static_cast<REALdateStruct*>(date));
 }
 
+// Elements that carry a reference are kept until what is borrowed from them has been added.
+template <typename Number>
+Number owned(Number element) {
+    return element;
+}
+HostString owned(REALstringStruct* element) { return HostString::adopt(element); }
+HostObject owned(REALobjectStruct* element) { return HostObject::adopt(element); }
+
 /// The elements of an array; nil when the host does not show them.
 template <typename Element, typename Convert>
 NSMutableArray* elements_of(REALobjectStruct* value, Convert convert) {
@@ -82,16 +90,16 @@ NSMutableArray* elements_of(REALobjectStruct* value, Convert convert) {
     const auto get = REALGetArrayGetter<Element>(array);
     if (!get) return nil;
     for (std::int32_t index = 0;; ++index) {
-        [list addObject:convert(get(array, index))];
+        const auto element = owned(get(array, index));
+        [list addObject:convert(element)];
         if (index == upperBound) return list;
     }
 }
 
 NSMutableArray* objects_of(REALobjectStruct* value) {
     const NestingLevel level;
-    return elements_of<REALobjectStruct*>(value, [](REALobjectStruct* element) {
-        return GetVariantAsNSObject(HostObject::adopt(element).get());
-    });
+    return elements_of<REALobjectStruct*>(
+        value, [](const HostObject& element) { return GetVariantAsNSObject(element.get()); });
 }
 
 } // namespace
@@ -142,13 +150,11 @@ NSObject* GetVariantAsNSObject(REALobjectStruct* value) {
         return elements_of<bool>(value,
                                  [](bool element) { return [NSNumber numberWithBool:element]; });
     case kindArray + kindDate:
-        return elements_of<REALobjectStruct*>(value, [](REALobjectStruct* element) {
-            const HostObject date = HostObject::adopt(element);
+        return elements_of<REALobjectStruct*>(value, [](const HostObject& date) {
             return NewNSDate(static_cast<REALdateStruct*>(date.get()));
         });
     case kindArray + kindString:
-        return elements_of<REALstringStruct*>(
-            value, [](REALstringStruct* element) { return text_of(HostString::adopt(element)); });
+        return elements_of<REALstringStruct*>(value, text_of);
     case kindArray + kindObject:
         return objects_of(value);
     default:

@@ -377,7 +377,7 @@ TEST(ValuesFromCocoaWithoutTheBasePart, AreNilWhenTheyAreTimes) {
     Pool pool;
     Bridge bridge({.withoutBase = true});
     bridge.add_wrapper_class("NSObjectZNT");
-    const long long time[8] = {};
+    const long long time[16] = {};
     for (const char* type : {"{?=qll}", "{?={?=qll}{?=qll}}", "{?=qiIq}", "{?={?=qiIq}{?=qiIq}}",
                              "{?={?={?=qiIq}{?=qiIq}}{?={?=qiIq}{?=qiIq}}}"})
         EXPECT_EQ(told(bridge.value_of([NSValue valueWithBytes:time objCType:type])), "Nil")
