@@ -83,7 +83,6 @@ TOLL_FREE(NSError, typeOfError)
 TOLL_FREE(NSTimeZone, typeOfTimeZone)
 TOLL_FREE(NSCharacterSet, typeOfCharacterSet)
 
-CFTypeID CFBundleGetTypeID(void) { return cocoa::typeOfBundle; }
 CFTypeID CFTimeZoneGetTypeID(void) { return cocoa::typeOfTimeZone; }
 CFTypeID CFCharacterSetGetTypeID(void) { return cocoa::typeOfCharacterSet; }
 CFTypeID CFAttributedStringGetTypeID(void) { return cocoa::typeOfAttributedString; }
