@@ -2,7 +2,7 @@
 
 /// Grand Central Dispatch, as far as it takes to hand a block to a global queue. It is no part of
 /// this system: the functions are null unless a library that has them was loaded before whoever
-/// calls them, so ask before calling. Blocks need their runtime too, which such a library brings.
+/// calls them, so ask before calling.
 
 #include <CoreFoundation/CFBase.h>
 

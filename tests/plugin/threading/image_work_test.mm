@@ -44,6 +44,22 @@ using testing::ElementsAre;
 }
 @end
 
+/// Data that cannot be read.
+@interface UnreadableData : NSData
+@end
+@implementation UnreadableData
+- (id)init {
+    return self;
+}
+- (const void*)bytes {
+    [NSException raise:@"DataException" format:@"out of data"];
+    return nullptr;
+}
+- (NSUInteger)length {
+    return [self bytes] ? 1 : 0;
+}
+@end
+
 namespace {
 
 class ImageWork : public testing::Test {
@@ -205,6 +221,16 @@ TEST_F(ImageLoading, GivesNoImageForWhatIsNone) {
     EXPECT_EQ(loaded({.url = [NSURL URLWithString:@"file:///no/such/file.tif"]}).width, 0);
     EXPECT_EQ(loaded({.path = @"/no/such/file.tif"}).width, 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "nothing is thrown, nothing logged";
+}
+
+TEST_F(ImageLoading, LogsAnExceptionInOneLineAndSwallowsIt) {
+    ImageLoadRequest request = {.data = [[[UnreadableData alloc] init] autorelease]};
+    testing::internal::CaptureStderr();
+    runner->load(&request);
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(request.result, nil);
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;
+    EXPECT_NE(log.find("out of data"), std::string::npos) << log;
 }
 
 // Thread names

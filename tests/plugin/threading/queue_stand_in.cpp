@@ -2,8 +2,11 @@
 
 #include <dispatch/dispatch.h>
 
-#include <Block.h>
 #include <thread>
+
+// The blocks' runtime is GNUstep Base's.
+extern "C" void* _Block_copy(const void* block);
+extern "C" void _Block_release(const void* block);
 
 namespace {
 
@@ -22,10 +25,10 @@ dispatch_queue_t dispatch_get_global_queue(long priority, unsigned long flags) {
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
     if (queue != reinterpret_cast<dispatch_queue_t>(&calls)) return;
     ++calls.blocks;
-    const dispatch_block_t copy = Block_copy(block);
+    const auto copy = (dispatch_block_t)_Block_copy((const void*)block);
     std::thread([copy] {
         copy();
-        Block_release(copy);
+        _Block_release((const void*)copy);
         ++calls.finished;
     }).detach();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 /// A library with what the runner asks of a system that has queues: each block runs on a thread of
-/// its own. The blocks' runtime is a real one.
+/// its own.
 
 #include <atomic>
 
