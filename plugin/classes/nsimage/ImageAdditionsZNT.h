@@ -5,6 +5,9 @@
 /// What the plug-in adds to NSImage. Objects are autoreleased; nil stands for every failure.
 @interface NSImage (ImageAdditionsZNT)
 
+/// Of the first bitmap that has one.
+- (NSDictionary*)EXIFData;
+
 - (NSInteger)representationsCount;
 
 /// The extremes of `pixelsWide` and `pixelsHigh` over the representations, 0 without any. A
@@ -18,10 +21,12 @@
 - (NSBitmapImageRep*)opaqueBitmapImageRepZNT;
 
 /// Opaque, over white. The factor is from 0 (smallest) to 1 (best); 0.8 when none is given.
+- (NSData*)BMPRepresentationZNT;
 - (NSData*)JPEGRepresentationZNT;
 - (NSData*)JPEGRepresentationWithCompressionFactorZNT:(float)factor;
 
-/// With the image's transparency.
+/// With the image's transparency, which GIF has by the pixel. An image without size gives no GIF.
+- (NSData*)GIFRepresentationZNT;
 - (NSData*)PNGRepresentationZNT;
 
 /// A new image; a copy of this one when nothing would change. `fraction` is the opacity, 0 to 1.

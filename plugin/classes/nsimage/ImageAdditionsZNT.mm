@@ -71,6 +71,17 @@ NSRect bounds_of(NSSize size) { return NSMakeRect(0, 0, size.width, size.height)
 
 @implementation NSImage (ImageAdditionsZNT)
 
+- (NSDictionary*)EXIFData {
+    NSArray* const all = [self representations];
+    for (NSUInteger index = 0; index < [all count]; ++index) {
+        id const representation = [all objectAtIndex:index];
+        if (![representation isKindOfClass:[NSBitmapImageRep class]]) continue;
+        if (NSDictionary* const data = [representation valueForProperty:NSImageEXIFData])
+            return data;
+    }
+    return nil;
+}
+
 - (NSInteger)representationsCount {
     return static_cast<NSInteger>([[self representations] count]);
 }
@@ -118,8 +129,22 @@ NSRect bounds_of(NSSize size) { return NSMakeRect(0, 0, size.width, size.height)
     return [bitmap representationUsingType:NSJPEGFileType properties:properties];
 }
 
+- (NSData*)BMPRepresentationZNT {
+    return [[self opaqueBitmapImageRepZNT] representationUsingType:NSBMPFileType properties:nil];
+}
+
 - (NSData*)PNGRepresentationZNT {
     return [bitmap_through_TIFF(self) representationUsingType:NSPNGFileType properties:nil];
+}
+
+- (NSData*)GIFRepresentationZNT {
+    NSBitmapImageRep* const bitmap = bitmap_through_TIFF(self);
+    NSDictionary* const properties =
+        [NSDictionary dictionaryWithObject:[NSNumber numberWithBool:YES]
+                                    forKey:NSImageDitherTransparency];
+    const NSSize size = [self size];
+    if (!bitmap || !properties || !(size.width > 0) || !(size.height > 0)) return nil;
+    return [bitmap representationUsingType:NSGIFFileType properties:properties];
 }
 
 - (NSImage*)imageByScalingToSizeZNT:(NSSize)targetSize {

@@ -1,5 +1,6 @@
 /// The class NSImageZNT: a picture in one or more representations.
 
+#include "plugin/bridge/dictionaries.h"
 #include "plugin/bridge/strings.h"
 #include "plugin/classes/definitions.h"
 #include "plugin/classes/forwarding.h"
@@ -11,6 +12,12 @@ using namespace REALtables;
 using namespace nsimage;
 
 namespace {
+
+/// A name that the running system lacks is empty.
+template <NSString* const& name>
+REALstringStruct* system_name() {
+    return CFString2RBString((CFStringRef)name);
+}
 
 // clang-format off
 REALproperty properties[] = {
@@ -60,6 +67,8 @@ REALproperty properties[] = {
     property("accessibilityDescription", "String",
              getter([](NSImage* image) { return CFString2RBString((CFStringRef)[image accessibilityDescription]); }),
              setter([](NSImage* image, REALstringStruct* text) { [image setAccessibilityDescription:NewNSString(text)]; })),
+    property("EXIFData", "Dictionary",
+             getter([](NSImage* image) { return NSDictionaryRB([image EXIFData]); })),
     property("backgroundColor", "NSColorZNT", backgroundColor, setBackgroundColor),
     property("isCachedSeparately", "Boolean",
              getter([](NSImage* image) -> bool { return [image isCachedSeparately]; }),
@@ -108,12 +117,35 @@ REALmethod methods[] = {
     method("imageByScalingToSize(width as double, height as double, fraction as double, flip as boolean, proportionally as boolean) as NSImageZNT", imageByScalingToSizeInFull),
     method("imageByFadingToFraction(fraction as double) as NSImageZNT", imageByFadingToFraction),
 
-    // Encoded data
+    // Encoded data. JPEG and BMP are opaque, over white; GIF, PNG and TIFF keep transparency.
+    method("GIFRepresentation as Memoryblock", GIFRepresentation),
+    method("BMPRepresentation as Memoryblock", BMPRepresentation),
     method("PNGRepresentation as Memoryblock", PNGRepresentation),
     method("JPEGRepresentation as Memoryblock", JPEGRepresentation),
     method("JPEGRepresentationWithCompressionFactor(factor as double) as Memoryblock", JPEGRepresentationWithCompressionFactor),
     method("TIFFRepresentation as Memoryblock", TIFFRepresentation),
     method("TIFFRepresentationUsingCompression(comp as integer, factor as double) as Memoryblock", TIFFRepresentationUsingCompression),
+
+    // The same, encoded in the background while the host goes on
+    method("GIFRepresentationMT as Memoryblock", GIFRepresentationMT),
+    method("BMPRepresentationMT as Memoryblock", BMPRepresentationMT),
+    method("PNGRepresentationMT as Memoryblock", PNGRepresentationMT),
+    method("JPEGRepresentationWithCompressionFactorMT(factor as double) as Memoryblock", JPEGRepresentationWithCompressionFactorMT),
+    method("JPEGRepresentationMT as Memoryblock", JPEGRepresentationMT),
+    method("TIFFRepresentationMT as Memoryblock", TIFFRepresentationMT),
+    method("TIFFRepresentationUsingCompressionMT(comp as integer, factor as double) as Memoryblock", TIFFRepresentationUsingCompressionMT),
+};
+
+REALconstant constants[] = {
+    constant("NSImageCacheDefault=0"),
+    constant("NSImageCacheAlways=1"),
+    constant("NSImageCacheBySize=2"),
+    constant("NSImageCacheNever=3"),
+    constant("NSImageLoadStatusCompleted=0"),
+    constant("NSImageLoadStatusCancelled=1"),
+    constant("NSImageLoadStatusInvalidData=2"),
+    constant("NSImageLoadStatusUnexpectedEOF=3"),
+    constant("NSImageLoadStatusReadError=4"),
 };
 
 REALmethod sharedMethods[] = {
@@ -124,6 +156,17 @@ REALmethod sharedMethods[] = {
     shared_method("imageWithContentsOfPath(path as string) as NSImageZNT", imageWithContentsOfPath),
     shared_method("imageWithContentsOfURL(URL as string) as NSImageZNT", imageWithContentsOfURL),
 
+    // The same, decoded in the background while the host goes on
+    shared_method("imageWithDataMT(data as string) as NSImageZNT", imageWithDataOfStringMT),
+    shared_method("imageWithDataMT(data as memoryblock) as NSImageZNT", imageWithDataOfBlockMT),
+    shared_method("imageWithContentsOfFileMT(file as folderitem) as NSImageZNT", imageWithContentsOfFileMT),
+    shared_method("imageWithContentsOfPathMT(path as string) as NSImageZNT", imageWithContentsOfPathMT),
+    shared_method("imageWithContentsOfURLMT(URL as string) as NSImageZNT", imageWithContentsOfURLMT),
+
+    shared_method("imageWithCGImage(CGImage as variant, width as double = 0, height as double = 0) as NSImageZNT", imageWithCGImage),
+    shared_method("imageNamed(name as string) as NSImageZNT", imageNamed),
+    shared_method("canInitWithPasteboard as boolean", canInitWithPasteboard),
+
     // What can be read
     shared_method("imageUnfilteredFileTypes as string()", imageUnfilteredFileTypes),
     shared_method("imageUnfilteredPasteboardTypes as string()", imageUnfilteredPasteboardTypes),
@@ -131,6 +174,68 @@ REALmethod sharedMethods[] = {
     shared_method("imagePasteboardTypes as string()", imagePasteboardTypes),
     shared_method("imageTypes as string()", imageTypes),
     shared_method("imageUnfilteredTypes as string()", imageUnfilteredTypes),
+
+    // The system's images, for imageNamed
+    shared_method("NSImageNameQuickLookTemplate as string", system_name<NSImageNameQuickLookTemplate>),
+    shared_method("NSImageNameBluetoothTemplate as string", system_name<NSImageNameBluetoothTemplate>),
+    shared_method("NSImageNameIChatTheaterTemplate as string", system_name<NSImageNameIChatTheaterTemplate>),
+    shared_method("NSImageNameSlideshowTemplate as string", system_name<NSImageNameSlideshowTemplate>),
+    shared_method("NSImageNameActionTemplate as string", system_name<NSImageNameActionTemplate>),
+    shared_method("NSImageNameSmartBadgeTemplate as string", system_name<NSImageNameSmartBadgeTemplate>),
+    shared_method("NSImageNameIconViewTemplate as string", system_name<NSImageNameIconViewTemplate>),
+    shared_method("NSImageNameListViewTemplate as string", system_name<NSImageNameListViewTemplate>),
+    shared_method("NSImageNameColumnViewTemplate as string", system_name<NSImageNameColumnViewTemplate>),
+    shared_method("NSImageNameFlowViewTemplate as string", system_name<NSImageNameFlowViewTemplate>),
+    shared_method("NSImageNamePathTemplate as string", system_name<NSImageNamePathTemplate>),
+    shared_method("NSImageNameInvalidDataFreestandingTemplate as string", system_name<NSImageNameInvalidDataFreestandingTemplate>),
+    shared_method("NSImageNameLockLockedTemplate as string", system_name<NSImageNameLockLockedTemplate>),
+    shared_method("NSImageNameLockUnlockedTemplate as string", system_name<NSImageNameLockUnlockedTemplate>),
+    shared_method("NSImageNameGoRightTemplate as string", system_name<NSImageNameGoRightTemplate>),
+    shared_method("NSImageNameGoLeftTemplate as string", system_name<NSImageNameGoLeftTemplate>),
+    shared_method("NSImageNameRightFacingTriangleTemplate as string", system_name<NSImageNameRightFacingTriangleTemplate>),
+    shared_method("NSImageNameLeftFacingTriangleTemplate as string", system_name<NSImageNameLeftFacingTriangleTemplate>),
+    shared_method("NSImageNameAddTemplate as string", system_name<NSImageNameAddTemplate>),
+    shared_method("NSImageNameRemoveTemplate as string", system_name<NSImageNameRemoveTemplate>),
+    shared_method("NSImageNameRevealFreestandingTemplate as string", system_name<NSImageNameRevealFreestandingTemplate>),
+    shared_method("NSImageNameFollowLinkFreestandingTemplate as string", system_name<NSImageNameFollowLinkFreestandingTemplate>),
+    shared_method("NSImageNameEnterFullScreenTemplate as string", system_name<NSImageNameEnterFullScreenTemplate>),
+    shared_method("NSImageNameExitFullScreenTemplate as string", system_name<NSImageNameExitFullScreenTemplate>),
+    shared_method("NSImageNameStopProgressTemplate as string", system_name<NSImageNameStopProgressTemplate>),
+    shared_method("NSImageNameStopProgressFreestandingTemplate as string", system_name<NSImageNameStopProgressFreestandingTemplate>),
+    shared_method("NSImageNameRefreshTemplate as string", system_name<NSImageNameRefreshTemplate>),
+    shared_method("NSImageNameRefreshFreestandingTemplate as string", system_name<NSImageNameRefreshFreestandingTemplate>),
+    shared_method("NSImageNameBonjour as string", system_name<NSImageNameBonjour>),
+    shared_method("NSImageNameComputer as string", system_name<NSImageNameComputer>),
+    shared_method("NSImageNameFolderBurnable as string", system_name<NSImageNameFolderBurnable>),
+    shared_method("NSImageNameFolderSmart as string", system_name<NSImageNameFolderSmart>),
+    shared_method("NSImageNameFolder as string", system_name<NSImageNameFolder>),
+    shared_method("NSImageNameNetwork as string", system_name<NSImageNameNetwork>),
+    shared_method("NSImageNameDotMac as string", system_name<NSImageNameDotMac>),
+    shared_method("NSImageNameMobileMe as string", system_name<NSImageNameMobileMe>),
+    shared_method("NSImageNameMultipleDocuments as string", system_name<NSImageNameMultipleDocuments>),
+    shared_method("NSImageNameUserAccounts as string", system_name<NSImageNameUserAccounts>),
+    shared_method("NSImageNamePreferencesGeneral as string", system_name<NSImageNamePreferencesGeneral>),
+    shared_method("NSImageNameAdvanced as string", system_name<NSImageNameAdvanced>),
+    shared_method("NSImageNameInfo as string", system_name<NSImageNameInfo>),
+    shared_method("NSImageNameFontPanel as string", system_name<NSImageNameFontPanel>),
+    shared_method("NSImageNameColorPanel as string", system_name<NSImageNameColorPanel>),
+    shared_method("NSImageNameUser as string", system_name<NSImageNameUser>),
+    shared_method("NSImageNameUserGroup as string", system_name<NSImageNameUserGroup>),
+    shared_method("NSImageNameEveryone as string", system_name<NSImageNameEveryone>),
+    shared_method("NSImageNameUserGuest as string", system_name<NSImageNameUserGuest>),
+    shared_method("NSImageNameMenuOnStateTemplate as string", system_name<NSImageNameMenuOnStateTemplate>),
+    shared_method("NSImageNameMenuMixedStateTemplate as string", system_name<NSImageNameMenuMixedStateTemplate>),
+    shared_method("NSImageNameApplicationIcon as string", system_name<NSImageNameApplicationIcon>),
+    shared_method("NSImageNameTrashEmpty as string", system_name<NSImageNameTrashEmpty>),
+    shared_method("NSImageNameTrashFull as string", system_name<NSImageNameTrashFull>),
+    shared_method("NSImageNameHomeTemplate as string", system_name<NSImageNameHomeTemplate>),
+    shared_method("NSImageNameBookmarksTemplate as string", system_name<NSImageNameBookmarksTemplate>),
+    shared_method("NSImageNameCaution as string", system_name<NSImageNameCaution>),
+    shared_method("NSImageNameStatusAvailable as string", system_name<NSImageNameStatusAvailable>),
+    shared_method("NSImageNameStatusPartiallyAvailable as string", system_name<NSImageNameStatusPartiallyAvailable>),
+    shared_method("NSImageNameStatusUnavailable as string", system_name<NSImageNameStatusUnavailable>),
+    shared_method("NSImageNameStatusNone as string", system_name<NSImageNameStatusNone>),
+    shared_method("NSImageNameShareTemplate as string", system_name<NSImageNameShareTemplate>),
 };
 // clang-format on
 
@@ -143,5 +248,6 @@ REALclassDefinition NSImageClass = class_definition({
     .destructor = NSImageDestructor,
     .properties = properties,
     .methods = methods,
+    .constants = constants,
     .sharedMethods = sharedMethods,
 });

@@ -28,6 +28,16 @@ REALobjectStruct* imageWithDataOfBlock(REALmemoryBlockStruct* data);
 REALobjectStruct* imageWithContentsOfFile(REALfolderItemStruct* file);
 REALobjectStruct* imageWithContentsOfPath(REALstringStruct* path);
 REALobjectStruct* imageWithContentsOfURL(REALstringStruct* url);
+REALobjectStruct* imageWithDataOfStringMT(REALstringStruct* data);
+REALobjectStruct* imageWithDataOfBlockMT(REALmemoryBlockStruct* data);
+REALobjectStruct* imageWithContentsOfFileMT(REALfolderItemStruct* file);
+REALobjectStruct* imageWithContentsOfPathMT(REALstringStruct* path);
+REALobjectStruct* imageWithContentsOfURLMT(REALstringStruct* url);
+REALobjectStruct* imageWithCGImage(REALobjectStruct* cgImage, double width, double height);
+REALobjectStruct* imageNamed(REALstringStruct* name);
+
+// types.mm
+bool canInitWithPasteboard();
 REALarrayStruct* imageUnfilteredFileTypes();
 REALarrayStruct* imageUnfilteredPasteboardTypes();
 REALarrayStruct* imageFileTypes();
@@ -59,6 +69,8 @@ REALobjectStruct* imageByScalingToSizeWithFraction(REALobjectStruct* image, doub
 REALobjectStruct* imageByScalingToSizeInFull(REALobjectStruct* image, double width, double height,
                                              double fraction, bool flip, bool proportionally);
 REALobjectStruct* imageByFadingToFraction(REALobjectStruct* image, double fraction);
+REALmemoryBlockStruct* GIFRepresentation(REALobjectStruct* image);
+REALmemoryBlockStruct* BMPRepresentation(REALobjectStruct* image);
 REALmemoryBlockStruct* PNGRepresentation(REALobjectStruct* image);
 REALmemoryBlockStruct* JPEGRepresentation(REALobjectStruct* image);
 REALmemoryBlockStruct* JPEGRepresentationWithCompressionFactor(REALobjectStruct* image,
@@ -66,5 +78,14 @@ REALmemoryBlockStruct* JPEGRepresentationWithCompressionFactor(REALobjectStruct*
 REALmemoryBlockStruct* TIFFRepresentation(REALobjectStruct* image);
 REALmemoryBlockStruct* TIFFRepresentationUsingCompression(REALobjectStruct* image,
                                                           REALword compression, double factor);
+REALmemoryBlockStruct* GIFRepresentationMT(REALobjectStruct* image);
+REALmemoryBlockStruct* BMPRepresentationMT(REALobjectStruct* image);
+REALmemoryBlockStruct* PNGRepresentationMT(REALobjectStruct* image);
+REALmemoryBlockStruct* JPEGRepresentationWithCompressionFactorMT(REALobjectStruct* image,
+                                                                 double factor);
+REALmemoryBlockStruct* JPEGRepresentationMT(REALobjectStruct* image);
+REALmemoryBlockStruct* TIFFRepresentationMT(REALobjectStruct* image);
+REALmemoryBlockStruct* TIFFRepresentationUsingCompressionMT(REALobjectStruct* image,
+                                                            REALword compression, double factor);
 
 } // namespace nsimage

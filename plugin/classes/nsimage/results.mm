@@ -6,7 +6,10 @@
 #include "plugin/classes/handle.h"
 #include "plugin/classes/nsimage/ImageAdditionsZNT.h"
 #include "plugin/classes/nsimage/members.h"
+#include "plugin/entry/cocoa_references.h"
 #include "plugin/entry/frames.h"
+#include "plugin/threading/image_work.h"
+#include "plugin/threading/run_threaded.h"
 
 namespace nsimage {
 
@@ -22,6 +25,26 @@ REALobjectStruct* image_result(REALobjectStruct* object, Message message) {
 template <typename Message>
 REALmemoryBlockStruct* data_result(REALobjectStruct* object, Message message) {
     return FullFrame([&] { return NSDataRB(message(image_of(object))); });
+}
+
+/// The same, encoded in the background. The object and its image stay while the host goes on.
+REALmemoryBlockStruct* data_from_background(REALobjectStruct* object,
+                                            ImageEncodeOperation operation, double factor = 0,
+                                            REALword compression = 0) {
+    return FullFrame([&] {
+        ImageEncodeRequest request = {};
+        request.factor = factor;
+        request.operation = operation;
+        request.compression = static_cast<std::int32_t>(compression);
+        {
+            const HostObject keptObject = HostObject::retain(object);
+            const auto keptImage = CocoaReference<NSImage*>::retain(image_of(object));
+            request.image = keptImage.get();
+            RunThreaded(&request, DoImageWork, nullptr);
+        }
+        const auto data = CocoaReference<NSData*>::adopt(request.result);
+        return NSDataRB(data.get());
+    });
 }
 
 } // namespace
@@ -56,6 +79,14 @@ REALobjectStruct* imageByFadingToFraction(REALobjectStruct* object, double fract
     });
 }
 
+REALmemoryBlockStruct* GIFRepresentation(REALobjectStruct* object) {
+    return data_result(object, [](NSImage* image) { return [image GIFRepresentationZNT]; });
+}
+
+REALmemoryBlockStruct* BMPRepresentation(REALobjectStruct* object) {
+    return data_result(object, [](NSImage* image) { return [image BMPRepresentationZNT]; });
+}
+
 REALmemoryBlockStruct* PNGRepresentation(REALobjectStruct* object) {
     return data_result(object, [](NSImage* image) { return [image PNGRepresentationZNT]; });
 }
@@ -81,6 +112,36 @@ REALmemoryBlockStruct* TIFFRepresentationUsingCompression(REALobjectStruct* obje
         return [image TIFFRepresentationUsingCompression:static_cast<NSTIFFCompression>(compression)
                                                   factor:static_cast<float>(factor)];
     });
+}
+
+REALmemoryBlockStruct* GIFRepresentationMT(REALobjectStruct* object) {
+    return data_from_background(object, ImageEncodeGIF);
+}
+
+REALmemoryBlockStruct* BMPRepresentationMT(REALobjectStruct* object) {
+    return data_from_background(object, ImageEncodeBMP);
+}
+
+REALmemoryBlockStruct* PNGRepresentationMT(REALobjectStruct* object) {
+    return data_from_background(object, ImageEncodePNG);
+}
+
+REALmemoryBlockStruct* JPEGRepresentationWithCompressionFactorMT(REALobjectStruct* object,
+                                                                 double factor) {
+    return data_from_background(object, ImageEncodeJPEGWithFactor, factor);
+}
+
+REALmemoryBlockStruct* JPEGRepresentationMT(REALobjectStruct* object) {
+    return data_from_background(object, ImageEncodeJPEG);
+}
+
+REALmemoryBlockStruct* TIFFRepresentationMT(REALobjectStruct* object) {
+    return data_from_background(object, ImageEncodeTIFF);
+}
+
+REALmemoryBlockStruct* TIFFRepresentationUsingCompressionMT(REALobjectStruct* object,
+                                                            REALword compression, double factor) {
+    return data_from_background(object, ImageEncodeTIFFWithCompression, factor, compression);
 }
 
 } // namespace nsimage

@@ -29,20 +29,31 @@ const Answers onACompleteHost = {
     {"Constructor(data as memoryblock)", "-"},
     {"Constructor(file as folderitem)", "-"},
     {"Constructor(width as double, height as double)", "-"},
+    {"BMPRepresentation", "MemoryBlock"},
+    {"BMPRepresentationMT", "MemoryBlock"},
+    {"EXIFData", "Dictionary"},
+    {"GIFRepresentation", "MemoryBlock"},
+    {"GIFRepresentationMT", "MemoryBlock"},
     {"JPEGRepresentation", "MemoryBlock"},
+    {"JPEGRepresentationMT", "MemoryBlock"},
     {"JPEGRepresentationWithCompressionFactor", "MemoryBlock"},
+    {"JPEGRepresentationWithCompressionFactorMT", "MemoryBlock"},
     {"MaximumPixelHeight", "3"},
     {"MaximumPixelWidth", "4"},
     {"MinimumPixelHeight", "3"},
     {"MinimumPixelWidth", "4"},
+    {"NSImageNameInfo", "\"NSInfo\""},
     {"Name", "\"tree\""},
     {"PNGRepresentation", "MemoryBlock"},
+    {"PNGRepresentationMT", "MemoryBlock"},
     {"RepresentationHeight", "3"},
     {"RepresentationWidth", "0 ! OutOfBoundsException: Parameter index to method "
                             "RepresentationWidth is too big. Range is 0 to 0, but value is 99."},
     {"RepresentationsCount", "0"},
     {"TIFFRepresentation", "MemoryBlock"},
+    {"TIFFRepresentationMT", "MemoryBlock"},
     {"TIFFRepresentationUsingCompression", "MemoryBlock"},
+    {"TIFFRepresentationUsingCompressionMT", "MemoryBlock"},
     {"accessibilityDescription", "\"a tree\""},
     {"backgroundColor", "NSColorZNT"},
     {"bitmapFormat", "0"},
@@ -51,6 +62,7 @@ const Answers onACompleteHost = {
     {"cacheDepthMatchesImageDepth", "True"},
     {"cacheMode", "3"},
     {"canInitWithData", "True"},
+    {"canInitWithPasteboard", "False"},
     {"colorSpaceName", "\"NSDeviceRGBColorSpace\""},
     {"hasAlpha", "False"},
     {"height", "6"},
@@ -65,12 +77,19 @@ const Answers onACompleteHost = {
     {"imageUnfilteredFileTypes", "an array"},
     {"imageUnfilteredPasteboardTypes", "an array"},
     {"imageUnfilteredTypes", "an array"},
+    {"imageNamed", "NSImageZNT"},
+    {"imageWithCGImage", "NSImageZNT"},
     {"imageWithContentsOfFile", "NSImageZNT"},
+    {"imageWithContentsOfFileMT", "NSImageZNT"},
     {"imageWithContentsOfPath", "NSImageZNT"},
+    {"imageWithContentsOfPathMT", "NSImageZNT"},
     {"imageWithContentsOfPath of nothing", "nil ! NilObjectException: Path is empty"},
     {"imageWithContentsOfURL", "NSImageZNT"},
+    {"imageWithContentsOfURLMT", "NSImageZNT"},
     {"imageWithData(data as memoryblock) as NSImageZNT", "NSImageZNT"},
     {"imageWithData(data as string) as NSImageZNT", "NSImageZNT"},
+    {"imageWithDataMT(data as memoryblock) as NSImageZNT", "NSImageZNT"},
+    {"imageWithDataMT(data as string) as NSImageZNT", "NSImageZNT"},
     {"initWithContentsOfURL(file as folderitem) as boolean", "True"},
     {"initWithContentsOfURL(url as string) as boolean", "True"},
     {"initWithData", "True"},
@@ -122,6 +141,7 @@ const Answers noExceptions = {
     {"imageWithContentsOfPath of nothing", "nil"},
 };
 const Answers noText = {
+    {"NSImageNameInfo", "\"\""},
     {"Name", "\"\""},
     {"accessibilityDescription", "\"\""},
     {"colorSpaceName", "\"\""},
@@ -133,35 +153,51 @@ const Answers noNewObjects = {
     {scaleWithFraction, "nil"},
     {scaleInFull, "nil"},
     {"imageWithContentsOfFile", "nil"},
+    {"imageWithContentsOfFileMT", "nil"},
     {"imageWithContentsOfPath", "nil"},
+    {"imageWithContentsOfPathMT", "nil"},
     {"imageWithContentsOfURL", "nil"},
+    {"imageWithContentsOfURLMT", "nil"},
+    {"imageNamed", "nil"},
+    {"imageWithCGImage", "nil"},
     {"imageWithData(data as memoryblock) as NSImageZNT", "nil"},
     {"imageWithData(data as string) as NSImageZNT", "nil"},
+    {"imageWithDataMT(data as memoryblock) as NSImageZNT", "nil"},
+    {"imageWithDataMT(data as string) as NSImageZNT", "nil"},
+    {"EXIFData", "nil"},
     {"size", "nil"},
     {"size of the bitmap", "nil"},
 };
 const Answers noDataFromBlocks = {
     {"canInitWithData", "False"},
     {"imageWithData(data as memoryblock) as NSImageZNT", "nil"},
+    {"imageWithDataMT(data as memoryblock) as NSImageZNT", "nil"},
     {"initWithData", "False"},
     {"initWithDataIgnoringOrientation", "False"},
     {"width after Constructor(data)", "0"},
 };
 const Answers noFiles = {
     {"imageWithContentsOfFile", "nil"},
+    {"imageWithContentsOfFileMT", "nil"},
     {"initWithContentsOfURL(file as folderitem) as boolean", "False"},
     {"width after Constructor(file)", "0"},
 };
-const Answers noDataOfStrings = {{"imageWithData(data as string) as NSImageZNT", "nil"}};
+const Answers noDataOfStrings = {
+    {"imageWithData(data as string) as NSImageZNT", "nil"},
+    {"imageWithDataMT(data as string) as NSImageZNT", "nil"},
+};
+const Answers noClasses = {
+    {"imageWithCGImage", "nil ! IllegalCastException: CGImage must be a CGImageZNT!"},
+};
 
 Answers every_encoder(const char* answer) {
-    return {
-        {"JPEGRepresentation", answer},
-        {"JPEGRepresentationWithCompressionFactor", answer},
-        {"PNGRepresentation", answer},
-        {"TIFFRepresentation", answer},
-        {"TIFFRepresentationUsingCompression", answer},
-    };
+    Answers answers;
+    for (const char* encoder : {"GIFRepresentation", "BMPRepresentation", "PNGRepresentation",
+                                "JPEGRepresentation", "JPEGRepresentationWithCompressionFactor",
+                                "TIFFRepresentation", "TIFFRepresentationUsingCompression"})
+        for (const char* thread : {"", "MT"})
+            answers[std::string(encoder) + thread] = answer;
+    return answers;
 }
 Answers every_array(const char* answer) {
     return {
@@ -207,7 +243,8 @@ INSTANTIATE_TEST_SUITE_P(
              every_encoder("nil ! OutOfMemoryException: Failed to allocate a memoryblock with N "
                            "bytes in size.")},
         Lack{{"memoryBlockGetPtr"}, joined({noDataFromBlocks, every_encoder("nil")}), leaks},
-        Lack{{"memoryBlockGetSize"}, noDataFromBlocks}, Lack{{"REALFSRefFromFolderItem"}},
+        Lack{{"memoryBlockGetSize"}, noDataFromBlocks}, Lack{{"pluginObjectType"}, noClasses},
+        Lack{{"RuntimeObjectIsa"}, noClasses}, Lack{{"REALFSRefFromFolderItem"}},
         Lack{{"REALFSRefFromFolderItem", "REALFSSpecFromFolderItem"}, noFiles}));
 
 Answers without_sizes(Answers answers) {
@@ -259,6 +296,11 @@ TEST(EveryMember, AnswersOnACompleteHostAndLooksEachServiceUpOnce) {
           "RuntimeArrayCreateSingleDimBoundedArray", "newMemoryBlock", "memoryBlockGetPtr",
           "memoryBlockGetSize", "REALFSRefFromFolderItem", "RuntimeRaiseException"})
         EXPECT_EQ(host.lookups(service), 1) << service;
+}
+
+TEST(EveryMember, AnswersTheSameOnAHostThatCannotYield) {
+    Host host{{.without = {"REALYieldToRB"}}};
+    EXPECT_EQ(Sweep(host).run(), onACompleteHost);
 }
 
 TEST(EveryMember, AnswersTheSameOnEveryKindOfHost) {

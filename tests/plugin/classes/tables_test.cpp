@@ -192,6 +192,15 @@ TEST_P(Layouts, FollowTheHostsVersion) {
     }
 }
 
+TEST(ClassTables, DeclareTheWholeImageClassButWhatExchangesPictures) {
+    Host host;
+    const RawDefinition& image = raw_of(host, "NSImageZNT");
+    EXPECT_EQ(image.properties.size(), 24u);
+    EXPECT_EQ(image.methods.size(), 38u);
+    EXPECT_EQ(image.constants.size(), 9u);
+    EXPECT_EQ(image.sharedMethods.size(), 79u);
+}
+
 TEST(ClassTables, UseTheOldestLayoutWhenTheHostDoesNotTellItsVersion) {
     Host host{{.without = {"REALGetRBVersion"}}};
     for (const Class* type : plugin_classes(host)) {
@@ -230,6 +239,8 @@ TEST(ClassTables, AreRegisteredByAHostThatTakesNoControlVersion) {
 
 TEST(ClassTables, GiveTheConstantsTheirValues) {
     Host host;
+    EXPECT_EQ(host.constant<int>("NSImageZNT", "NSImageCacheNever"), 3);
+    EXPECT_EQ(host.constant<int>("NSImageZNT", "NSImageLoadStatusReadError"), 4);
     EXPECT_EQ(host.constant<int>("NSImageRepZNT", "NSImageRepMatchesDevice"), 0);
     EXPECT_EQ(host.constant<int>("NSBitmapImageRepZNT", "NSTIFFCompressionOldJPEG"), 32865);
     EXPECT_EQ(host.constant<int>("NSBitmapImageRepZNT", "NSImageRepLoadStatusCompleted"), -6);

@@ -20,10 +20,10 @@ public:
 
 private:
     host::Value keep(const std::string& name, const host::Value& value);
-    host::Value shared(const char* method, auto... arguments) {
+    host::Value shared(const std::string& method, auto... arguments) {
         return keep(method, host_.shared("NSImageZNT", method, arguments...));
     }
-    host::Value call(const host::ObjectRef& object, const char* method, auto... arguments) {
+    host::Value call(const host::ObjectRef& object, const std::string& method, auto... arguments) {
         return keep(method, host_.call(object, method, arguments...));
     }
     void get(const host::ObjectRef& object, const std::string& property);

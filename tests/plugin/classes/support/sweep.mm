@@ -19,7 +19,20 @@ NSImage* new_cocoa_image() {
     const std::string bytes = plain_tiff(4, 3);
     NSImage* const image = [[NSImage alloc] initWithData:[NSData dataWithBytes:bytes.data()
                                                                         length:bytes.size()]];
+    [[[image representations] objectAtIndex:0]
+        setProperty:NSImageEXIFData
+          withValue:[NSDictionary dictionaryWithObject:@"value" forKey:@"key"]];
     [pool release];
+    return image;
+}
+
+CGImageRef new_cg_image() {
+    CGColorSpaceRef const space = CGColorSpaceCreateDeviceRGB();
+    CGContextRef const context =
+        CGBitmapContextCreate(nullptr, 4, 3, 8, 16, space, kCGImageAlphaNoneSkipLast);
+    CGImageRef const image = CGBitmapContextCreateImage(context);
+    CGContextRelease(context);
+    CGColorSpaceRelease(space);
     return image;
 }
 
@@ -96,6 +109,16 @@ void Sweep::ask_factories() {
     shared("imageWithContentsOfFile", host_.folderItem(file_));
     shared("imageWithContentsOfPath", file_);
     shared("imageWithContentsOfURL", "file://" + file_);
+    shared("imageWithDataMT(data as string) as NSImageZNT", host_.text(bytes));
+    shared("imageWithDataMT(data as memoryblock) as NSImageZNT", host_.memoryBlock(bytes));
+    shared("imageWithContentsOfFileMT", host_.folderItem(file_));
+    shared("imageWithContentsOfPathMT", file_);
+    shared("imageWithContentsOfURLMT", "file://" + file_);
+    const host::ObjectRef cgImage = host_.instance("CGImageZNT");
+    *static_cast<CGImageRef*>(REALfirstClassData(cgImage.get())) = new_cg_image();
+    shared("imageWithCGImage", cgImage);
+    shared("canInitWithPasteboard");
+    shared("NSImageNameInfo");
     keep("imageWithContentsOfPath of nothing",
          host_.shared("NSImageZNT", "imageWithContentsOfPath", ""));
 }
@@ -118,10 +141,13 @@ void Sweep::ask_results() {
          "boolean, proportionally as boolean) as NSImageZNT",
          8.0, 2.0, 1.0, true, false);
     call(image_, "imageByFadingToFraction", 0.5);
-    for (const char* method : {"PNGRepresentation", "JPEGRepresentation", "TIFFRepresentation"})
-        call(image_, method);
-    call(image_, "JPEGRepresentationWithCompressionFactor", 0.5);
-    call(image_, "TIFFRepresentationUsingCompression", 1, 0.0);
+    for (const std::string thread : {"", "MT"}) {
+        for (const char* method : {"GIFRepresentation", "BMPRepresentation", "PNGRepresentation",
+                                   "JPEGRepresentation", "TIFFRepresentation"})
+            call(image_, method + thread);
+        call(image_, "JPEGRepresentationWithCompressionFactor" + thread, 0.5);
+        call(image_, "TIFFRepresentationUsingCompression" + thread, 1, 0.0);
+    }
 }
 
 void Sweep::ask_representations() {
@@ -164,6 +190,8 @@ void Sweep::ask_properties() {
     host_.set(image_, "backgroundColor", nullptr);
     call(image_, "setName", "tree");
     get(image_, "Name");
+    get(image_, "EXIFData");
+    shared("imageNamed", "tree");
     host_.call(image_, "setName", "");
     host_.set(image_, "size", nullptr);
     host_.call(image_, "setSize", 8.0, 6.0);
