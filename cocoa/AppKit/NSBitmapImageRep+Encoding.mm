@@ -3,6 +3,7 @@
 #import <AppKit/NSBitmapImageRep.h>
 #import <AppKit/NSColor.h>
 
+#include "cocoa/AppKit/bitmap_exif.h"
 #include "cocoa/AppKit/bitmap_state.h"
 #include "cocoa/AppKit/color_spaces.h"
 #include "cocoa/AppKit/row_converter.h"
@@ -28,8 +29,10 @@ public:
         : bitmap_(bitmap)
         , properties_(properties) {}
 
+    /// For this encoding only.
+    id given(NSString* key) const { return [properties_ objectForKey:key]; }
     id value(NSString* key) const {
-        id own = [properties_ objectForKey:key];
+        id own = given(key);
         return own ? own : [bitmap_ valueForProperty:key];
     }
     bool flag(NSString* key) const {
@@ -66,6 +69,7 @@ struct Page {
     ConvertedPixels converted;
     Owned<NSBitmapImageRep*> redrawn;
     Owned<NSData*> profile;
+    std::vector<std::uint8_t> exif;
 };
 
 /// The same picture as 8-bit RGB with alpha where the original has one.
@@ -134,6 +138,16 @@ Owned<NSData*> profileFor(NSBitmapImageRep* bitmap, const Options& options) {
                : Owned<NSData*>();
 }
 
+/// The block that the pixels came with, unless a caller says otherwise.
+std::vector<std::uint8_t> exifFor(NSBitmapImageRep* bitmap, const Options& options) {
+    id given = options.given(NSImageEXIFData);
+    const auto& own = [bitmap state]->exif;
+    if (!given && !own.empty()) return own;
+    if (!given) given = [bitmap valueForProperty:NSImageEXIFData];
+    return [given isKindOfClass:[NSDictionary class]] ? exifBlock(given)
+                                                      : std::vector<std::uint8_t>{};
+}
+
 /// Nothing when there is not enough memory.
 std::optional<Page> pageFor(NSBitmapImageRep* bitmap, const codecs::Codec& codec,
                             const Options& options) {
@@ -165,7 +179,8 @@ std::optional<Page> pageFor(NSBitmapImageRep* bitmap, const codecs::Codec& codec
     page.profile = profileFor(bitmap, options);
     page.picture.iccProfile = bytesOf(page.profile);
     page.picture.gamma = options.positive(NSImageGamma);
-    page.picture.exif = state.exif;
+    page.exif = exifFor(bitmap, options);
+    page.picture.exif = page.exif;
     return page;
 }
 

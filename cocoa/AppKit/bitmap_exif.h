@@ -12,4 +12,8 @@ namespace cocoa::appkit {
 /// Autoreleased; nil where there are none.
 NSDictionary* exifDictionary(codecs::Bytes block);
 
+/// The way back; what a dictionary holds that no camera could have meant is left out. Empty when
+/// that is everything.
+std::vector<std::uint8_t> exifBlock(NSDictionary* dictionary);
+
 } // namespace cocoa::appkit

@@ -1,6 +1,7 @@
 #include "cocoa/AppKit/bitmap_exif.h"
 
 #include "cocoa/codecs/exif_fields.h"
+#include "cocoa/codecs/exif_tags.h"
 
 namespace cocoa::appkit {
 namespace {
@@ -30,6 +31,27 @@ id valueOf(const ExifField& field) {
     return numbers;
 }
 
+bool isNumber(id value) { return [value isKindOfClass:[NSNumber class]]; }
+
+/// The field of a property; false when it is of no kind that fields have.
+bool readProperty(id value, ExifField& field) {
+    if ([value isKindOfClass:[NSString class]]) {
+        field.kind = ExifField::Kind::Text;
+        field.text = [value UTF8String] ? [value UTF8String] : "";
+        return true;
+    }
+    if (isNumber(value)) {
+        field.numbers.push_back([value doubleValue]);
+        return true;
+    }
+    if (![value isKindOfClass:[NSArray class]]) return false;
+    for (NSUInteger index = 0; index < [value count]; ++index) {
+        if (!isNumber([value objectAtIndex:index])) return false;
+        field.numbers.push_back([[value objectAtIndex:index] doubleValue]);
+    }
+    return true;
+}
+
 } // namespace
 
 NSDictionary* exifDictionary(codecs::Bytes block) {
@@ -39,6 +61,17 @@ NSDictionary* exifDictionary(codecs::Bytes block) {
         if (value) [dictionary setObject:value forKey:toString(field.name, NSASCIIStringEncoding)];
     }
     return [dictionary count] ? dictionary : nil;
+}
+
+std::vector<std::uint8_t> exifBlock(NSDictionary* dictionary) {
+    std::vector<ExifField> fields;
+    for (const codecs::ExifTagInfo& info : codecs::exif_tags()) {
+        ExifField field;
+        field.name = info.name;
+        id value = [dictionary objectForKey:toString(info.name, NSASCIIStringEncoding)];
+        if (value && readProperty(value, field)) fields.push_back(std::move(field));
+    }
+    return codecs::exif_block(fields);
 }
 
 } // namespace cocoa::appkit

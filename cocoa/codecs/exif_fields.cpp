@@ -1,4 +1,5 @@
 #include "cocoa/codecs/exif_fields.h"
+#include "cocoa/codecs/exif_tags.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,86 +13,7 @@ namespace {
 
 using Kind = ExifField::Kind;
 
-enum class Meaning : std::uint8_t {
-    Plain,
-    List,    ///< several numbers, or one that is a list all the same
-    Version, ///< four digits
-    Comment, ///< text led by eight bytes that name its encoding
-};
-
-struct KnownTag {
-    std::uint16_t tag;
-    std::string_view name;
-    Meaning meaning = Meaning::Plain;
-};
-
-/// The directory for EXIF in the order of its tags.
-constexpr KnownTag knownTags[] = {
-    {0x829A, "ExposureTime"},
-    {0x829D, "FNumber"},
-    {0x8822, "ExposureProgram"},
-    {0x8824, "SpectralSensitivity"},
-    {0x8827, "ISOSpeedRatings", Meaning::List},
-    {0x8830, "SensitivityType"},
-    {0x8831, "StandardOutputSensitivity"},
-    {0x8832, "RecommendedExposureIndex"},
-    {0x8833, "ISOSpeed"},
-    {0x8834, "ISOSpeedLatitudeyyy"},
-    {0x8835, "ISOSpeedLatitudezzz"},
-    {0x9000, "ExifVersion", Meaning::Version},
-    {0x9003, "DateTimeOriginal"},
-    {0x9004, "DateTimeDigitized"},
-    {0x9101, "ComponentsConfiguration", Meaning::List},
-    {0x9102, "CompressedBitsPerPixel"},
-    {0x9201, "ShutterSpeedValue"},
-    {0x9202, "ApertureValue"},
-    {0x9203, "BrightnessValue"},
-    {0x9204, "ExposureBiasValue"},
-    {0x9205, "MaxApertureValue"},
-    {0x9206, "SubjectDistance"},
-    {0x9207, "MeteringMode"},
-    {0x9208, "LightSource"},
-    {0x9209, "Flash"},
-    {0x920A, "FocalLength"},
-    {0x9214, "SubjectArea", Meaning::List},
-    {0x9286, "UserComment", Meaning::Comment},
-    {0x9290, "SubsecTime"},
-    {0x9291, "SubsecTimeOriginal"},
-    {0x9292, "SubsecTimeDigitized"},
-    {0xA000, "FlashPixVersion", Meaning::Version},
-    {0xA001, "ColorSpace"},
-    {0xA002, "PixelXDimension"},
-    {0xA003, "PixelYDimension"},
-    {0xA004, "RelatedSoundFile"},
-    {0xA20B, "FlashEnergy"},
-    {0xA20E, "FocalPlaneXResolution"},
-    {0xA20F, "FocalPlaneYResolution"},
-    {0xA210, "FocalPlaneResolutionUnit"},
-    {0xA214, "SubjectLocation", Meaning::List},
-    {0xA215, "ExposureIndex"},
-    {0xA217, "SensingMethod"},
-    {0xA300, "FileSource"},
-    {0xA301, "SceneType"},
-    {0xA401, "CustomRendered"},
-    {0xA402, "ExposureMode"},
-    {0xA403, "WhiteBalance"},
-    {0xA404, "DigitalZoomRatio"},
-    {0xA405, "FocalLenIn35mmFilm"},
-    {0xA406, "SceneCaptureType"},
-    {0xA407, "GainControl"},
-    {0xA408, "Contrast"},
-    {0xA409, "Saturation"},
-    {0xA40A, "Sharpness"},
-    {0xA40C, "SubjectDistRange"},
-    {0xA420, "ImageUniqueID"},
-    {0xA430, "CameraOwnerName"},
-    {0xA431, "BodySerialNumber"},
-    {0xA432, "LensSpecification", Meaning::List},
-    {0xA433, "LensMake"},
-    {0xA434, "LensModel"},
-    {0xA435, "LensSerialNumber"},
-    {0xA500, "Gamma"},
-};
+using Meaning = ExifTagInfo::Meaning;
 
 struct Unreference {
     void operator()(ExifData* data) const { exif_data_unref(data); }
@@ -242,7 +164,7 @@ std::vector<ExifField> exif_fields(Bytes block) {
     exif_data_load_data(data.get(), labelled.data(), static_cast<unsigned>(labelled.size()));
     const ExifByteOrder order = exif_data_get_byte_order(data.get());
     ExifContent* directory = data->ifd[EXIF_IFD_EXIF];
-    for (const KnownTag& known : knownTags) {
+    for (const ExifTagInfo& known : exif_tags()) {
         const ExifEntry* entry = exif_content_get_entry(directory, static_cast<ExifTag>(known.tag));
         ExifField field;
         field.name = known.name;

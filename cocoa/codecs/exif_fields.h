@@ -23,6 +23,10 @@ struct ExifField {
 /// block.
 std::vector<ExifField> exif_fields(Bytes block);
 
+/// A block of fields: those whose names are known and whose values are of the right kind, fractions
+/// to nine digits. Empty when there are none.
+std::vector<std::uint8_t> exif_block(std::span<const ExifField> fields);
+
 /// The EXIF directory of a TIFF file, which lies at `offset`, as a block of its own; empty when it
 /// is broken.
 std::vector<std::uint8_t> exif_of_tiff(Bytes file, std::uint64_t offset);

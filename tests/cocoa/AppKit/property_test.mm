@@ -78,6 +78,26 @@ TEST_F(Properties, WriteEXIFAgain) {
     EXPECT_EQ(nil, exifOf([NSBitmapImageRep imageRepWithData:data]));
 }
 
+TEST_F(Properties, WriteEXIFThatIsGiven) {
+    NSDictionary* given = [NSDictionary
+        dictionaryWithObjectsAndKeys:[NSNumber numberWithDouble:0.5], @"ExposureTime", @"Tele",
+                                     @"LensModel",
+                                     [NSArray arrayWithObject:[NSNumber numberWithInt:400]],
+                                     @"ISOSpeedRatings", nil];
+    NSMutableDictionary* withMore = [NSMutableDictionary dictionaryWithDictionary:given];
+    [withMore setObject:[NSDate date] forKey:@"DateTimeOriginal"];
+    [withMore setObject:[NSArray arrayWithObject:@"x"] forKey:@"SubjectArea"];
+    NSDictionary* properties = [NSDictionary dictionaryWithObject:withMore forKey:NSImageEXIFData];
+    NSBitmapImageRep* kept = fourColors();
+    [kept setProperty:NSImageEXIFData withValue:given];
+    NSData* encoded[] = {[fourColors() representationUsingType:NSJPEGFileType
+                                                    properties:properties],
+                         [photo() representationUsingType:NSJPEGFileType properties:properties],
+                         [kept representationUsingType:NSJPEGFileType properties:nil]};
+    for (NSData* data : encoded)
+        EXPECT_TRUE([given isEqual:exifOf([NSBitmapImageRep imageRepWithData:data])]);
+}
+
 TEST_F(Properties, WriteTheOrientationOfThePixelsAsTheyAre) {
     NSData* turned = toData(quarteredJPEG(6));
     NSBitmapImageRep* stored = [NSBitmapImageRep imageRepWithData:turned];

@@ -5,6 +5,9 @@
 #include "png_file.h"
 #include "tiff_file.h"
 
+#include <cmath>
+#include <limits>
+
 #include <gmock/gmock.h>
 
 namespace codecs_test {
@@ -110,6 +113,64 @@ TEST(ExifFields, OfBlocksCutAnywhereAreReadOnlyWhereTheyAre) {
         const ByteVector cut(block.begin(), block.begin() + static_cast<std::ptrdiff_t>(size));
         EXPECT_LE(exif_fields(cut).size(), 5U);
     }
+}
+
+/// Through a block and back.
+std::vector<std::string> written(const std::vector<ExifField>& fields) {
+    return lines_of(exif_block(fields));
+}
+
+using Kind = ExifField::Kind;
+
+TEST(ExifBlock, IsWhatCamerasWrite) {
+    const std::vector<ExifField> fields{
+        {.name = "PixelXDimension", .numbers = {4000}},
+        {.name = "ExposureTime", .kind = Kind::Fractions, .numbers = {0.004}},
+        {.name = "FNumber", .kind = Kind::Fractions, .numbers = {8}},
+        {.name = "DateTimeOriginal", .kind = Kind::Text, .text = "2009:05:11 19:42:07"},
+        {.name = "ISOSpeedRatings", .list = true, .numbers = {200}}};
+    const auto block = ExifBuilder()
+                           .rationals(0x829A, {{1, 250}})
+                           .rationals(0x829D, {{8, 1}})
+                           .shorts(0x8827, {200})
+                           .text(0x9003, "2009:05:11 19:42:07")
+                           .longs(0xA002, {4000})
+                           .block();
+    EXPECT_EQ(exif_block(fields), block);
+}
+
+TEST(ExifBlock, KeepsEveryKindOfValue) {
+    EXPECT_THAT(
+        written({{.name = "ExifVersion", .numbers = {2, 2, 1}},
+                 {.name = "FlashPixVersion", .numbers = {1, 0}},
+                 {.name = "ExposureBiasValue", .kind = Kind::Fractions, .numbers = {-1 / 3.0}},
+                 {.name = "SubjectArea", .numbers = {10, 20, 5}},
+                 {.name = "FocalLength", .kind = Kind::Fractions, .numbers = {0}},
+                 {.name = "Gamma", .kind = Kind::Fractions, .numbers = {2.718281828}},
+                 {.name = "UserComment", .kind = Kind::Text, .text = "S\u00E9\U0001F600"}}),
+        ElementsAre("ExifVersion = (2, 2, 1)", "ExposureBiasValue = -0.333333",
+                    "FocalLength = 0.000000", "SubjectArea = (10, 20, 5)",
+                    "UserComment = S\u00E9\U0001F600", "FlashPixVersion = (1, 0)",
+                    "Gamma = 2.718282"));
+    EXPECT_THAT(written({{.name = "UserComment", .kind = Kind::Text, .text = "plain"}}),
+                ElementsAre("UserComment = plain"));
+}
+
+TEST(ExifBlock, LeavesOutWhatDoesNotFit) {
+    const double infinite = std::numeric_limits<double>::infinity();
+    EXPECT_THAT(exif_block(std::vector<ExifField>{
+                    {.name = "WhiteBalance", .numbers = {70000}},
+                    {.name = "Flash", .numbers = {-1}},
+                    {.name = "FNumber", .kind = Kind::Fractions, .numbers = {-2}},
+                    {.name = "ExposureTime", .kind = Kind::Fractions, .numbers = {infinite}},
+                    {.name = "Gamma", .kind = Kind::Fractions, .numbers = {std::nan("")}},
+                    {.name = "LensModel", .numbers = {3}},
+                    {.name = "LensMake", .kind = Kind::Text},
+                    {.name = "ExifVersion", .numbers = {22}},
+                    {.name = "Contrast", .kind = Kind::Text, .text = "much"},
+                    {.name = "NoSuchField", .numbers = {1}}}),
+                IsEmpty());
+    EXPECT_THAT(exif_block(std::vector<ExifField>{}), IsEmpty());
 }
 
 const std::vector<std::string> snapshot{
