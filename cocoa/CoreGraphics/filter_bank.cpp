@@ -50,9 +50,19 @@ struct Mix {
     int end() const { return start + static_cast<int>(weights.size()); }
 };
 
+/// Which pixel stands for one beyond the ends. A picture that shrinks goes on as if mirrored in the
+/// middle of its outermost pixels: fine patterns, which are then mixed away, do not break off
+/// there. One that does not shrink ends with its outermost pixels, whose colours the eye can tell.
+long inside(long index, long last, double reduction) {
+    if (reduction <= 1 || last == 0) return std::clamp(index, 0L, last);
+    const long period = 2 * last;
+    const long folded = std::abs(index) % period;
+    return std::min(folded, period - folded);
+}
+
 Mix mixAround(double center, double reduction, const Kernel& kernel, int sourceLength) {
     const double support = kernel.support * reduction;
-    // Pixels further out than the support are the outermost one as a whole.
+    // A pixel of the result never lies further out than that.
     const double last = sourceLength - 1;
     const auto low = static_cast<long>(std::floor(std::max(center - support, -support)));
     const auto high = static_cast<long>(std::ceil(std::min(center + support, last + support)));
@@ -64,7 +74,8 @@ Mix mixAround(double center, double reduction, const Kernel& kernel, int sourceL
     double sum = 0;
     for (long i = low; i <= high; ++i) {
         const double weight = kernel.value((static_cast<double>(i) + 0.5 - center) / reduction);
-        const auto index = std::clamp<long>(i, mix.start, mix.end() - 1) - mix.start;
+        const long source = inside(i, sourceLength - 1, reduction);
+        const auto index = std::clamp<long>(source, mix.start, mix.end() - 1) - mix.start;
         mix.weights[static_cast<std::size_t>(index)] += weight;
         sum += weight;
     }

@@ -20,9 +20,10 @@ struct Axis {
 };
 
 /// Weights are the filter's values at the distances between pixel centres, the filter widened by
-/// the reduction, so that every source pixel counts for its area. Beyond the ends the outermost
-/// pixel is repeated; that way edges keep their brightness. Every wanted pixel has the same number
-/// of weights, which add up to `1 << shift`.
+/// the reduction, so that every source pixel counts for its area. Beyond the ends a reduced source
+/// is mirrored in the middle of its outermost pixel, any other has that pixel repeated; either way
+/// edges keep their brightness. Every wanted pixel has the same number of weights, which add up to
+/// `1 << shift`.
 class FilterBank {
 public:
     /// `tapMultiple`: the number of weights a pixel is rounded up to a multiple of it.

