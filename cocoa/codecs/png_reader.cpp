@@ -1,5 +1,6 @@
 #include "cocoa/codecs/exif.h"
 #include "cocoa/codecs/formats.h"
+#include "cocoa/codecs/png_deflate.h"
 
 #include <algorithm>
 #include <array>
@@ -126,14 +127,17 @@ PixelLayout layout_of(const PngSession& session) {
 
 class PngReader : public Reader {
 public:
-    PngReader(Bytes data, PageInfo info)
+    PngReader(Bytes data, PageInfo info, bool quick)
         : data_(data)
-        , info_(std::move(info)) {}
+        , info_(std::move(info))
+        , quick_(quick) {}
 
     const PageInfo& page(std::size_t) const override { return info_; }
 
     bool read(std::size_t index, int, std::uint8_t* pixels, std::size_t rowBytes) override {
         if (index != 0 || !pixels || rowBytes < info_.layout.packedRowBytes()) return false;
+        if (quick_ && read_png_image_data(data_, info_.layout, pixels, rowBytes)) return true;
+        // Whatever is the matter, libpng knows best what of the rows is good.
         PngSession session(data_);
         return session.read_header() && session.read_rows(pixels, rowBytes, info_.layout);
     }
@@ -141,6 +145,7 @@ public:
 private:
     Bytes data_;
     PageInfo info_;
+    bool quick_; ///< the rows are stored one after the other as they are given
 };
 
 } // namespace
@@ -183,7 +188,11 @@ std::unique_ptr<Reader> open_png(Bytes data) {
     }
     info.exif.assign(survey->exif.begin(), survey->exif.end());
     info.orientation = exif_summary(info.exif).orientation;
-    return std::make_unique<PngReader>(data, std::move(info));
+    const bool quick = fits_png_deflate(info.layout) &&
+                       storedRowBytes == info.layout.packedRowBytes() &&
+                       png_get_color_type(session.png, session.info) != PNG_COLOR_TYPE_PALETTE &&
+                       png_get_interlace_type(session.png, session.info) == PNG_INTERLACE_NONE;
+    return std::make_unique<PngReader>(data, std::move(info), quick);
 }
 
 } // namespace cocoa::codecs

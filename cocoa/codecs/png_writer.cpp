@@ -1,5 +1,6 @@
 #include "cocoa/codecs/formats.h"
 #include "cocoa/codecs/output.h"
+#include "cocoa/codecs/png_deflate.h"
 
 #include <algorithm>
 #include <bit>
@@ -62,7 +63,7 @@ struct PngWriteSession {
             std::min(std::round(dpi * inchesPerMeter), double{PNG_UINT_31_MAX}));
     }
 
-    bool write(const Picture& picture, int colorType, bool interlaced) {
+    bool write_head(const Picture& picture, int colorType, bool interlaced) {
         if (!info || setjmp(png_jmpbuf(png))) return false;
         png_set_write_fn(png, this, store, flush);
         const auto widest = static_cast<png_uint_32>(maximumPixels);
@@ -79,6 +80,11 @@ struct PngWriteSession {
         }
         describe(picture, colorType, interlaced);
         png_write_info(png, info);
+        return true;
+    }
+
+    bool write_rows(const Picture& picture) {
+        if (setjmp(png_jmpbuf(png))) return false;
         if (std::endian::native == std::endian::little) png_set_swap(png);
         const int passes = png_set_interlace_handling(png);
         for (int pass = 0; pass < passes; ++pass) {
@@ -89,6 +95,20 @@ struct PngWriteSession {
         }
         png_write_end(png, info);
         return true;
+    }
+
+    /// For image data that libpng does not know of.
+    bool write_end_chunk() {
+        if (setjmp(png_jmpbuf(png))) return false;
+        constexpr png_byte name[] = {'I', 'E', 'N', 'D'};
+        png_write_chunk(png, name, nullptr, 0);
+        return true;
+    }
+
+    bool write(const Picture& picture, int colorType, bool interlaced) {
+        if (!write_head(picture, colorType, interlaced)) return false;
+        if (interlaced || !fits_png_deflate(picture.layout)) return write_rows(picture);
+        return append_png_image_data(picture, output) && write_end_chunk();
     }
 };
 
