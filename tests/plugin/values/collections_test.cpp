@@ -130,7 +130,7 @@ TEST_F(Collections, WithinEachOtherComeBackFrom100Levels) {
                 ElementsAre("100 2550 innermost"));
 }
 
-/// Nothing may be loaded for the inner dictionary that the outer one then uses.
+/// The inner ones are converted in the midst of the outer one, as a key and as values.
 TEST_F(Collections, KeepDictionariesApartThatAreKeysOfEachOther) {
     EXPECT_THAT(printed(R"(
         Dim inner As New Dictionary
