@@ -12,6 +12,9 @@ void defineMemoryBlock(Runtime& runtime);
 void defineFolderItem(Runtime& runtime);
 void defineDate(Runtime& runtime);
 void defineDictionary(Runtime& runtime);
+void definePicture(Runtime& runtime);
+/// Graphics and RGBSurface.
+void defineGraphics(Runtime& runtime);
 /// The classes Thread and Delegate.
 void defineThread(Runtime& runtime);
 /// Application on the desktop, ConsoleApplication in a console.

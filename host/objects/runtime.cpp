@@ -85,6 +85,8 @@ void Runtime::defineClasses() {
     defineFolderItem(*this);
     defineDate(*this);
     defineDictionary(*this);
+    definePicture(*this);
+    defineGraphics(*this);
     defineThread(*this);
     defineApplication(*this);
     defineFunctions(*this);

@@ -24,6 +24,9 @@ struct Options {
     std::vector<std::string> without = {};
     /// The system version that Gestalt reports, such as "10.6.8"; empty for the default.
     std::string systemVersion = {};
+    /// The CGImageAlphaInfo of the bitmap contexts that Pictures are kept in; 0 for the usual ones,
+    /// premultiplied alpha first with an alpha channel and skipped alpha first without.
+    int pictureLayout = 0;
     /// Leaves the base part out where the default plug-ins are loaded.
     bool withoutBase = false;
 };

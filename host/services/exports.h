@@ -77,6 +77,18 @@ std::uint8_t fsSpecFromFolderItem(REALfolderItemStruct* item, FSSpec* spec);
 REALfolderItemStruct* folderItemFromParentFSRef(const FSRef* parent, const HFSUniStr255* name);
 REALfolderItemStruct* folderItemFromFSSpec(const FSSpec* spec);
 
+// Pictures
+REALpictureStruct* newPicture(std::int32_t width, std::int32_t height, std::int32_t depth);
+std::uint8_t lockPictureDescriptionOlder(REALpictureStruct* picture,
+                                         REALpictureDescription* description);
+std::uint8_t lockPictureDescription(REALpictureStruct* picture, REALpictureDescription* description,
+                                    std::uint32_t type);
+void unlockPictureDescription(REALpictureStruct* picture);
+void pictureClearCache(REALpictureStruct* picture);
+REALgraphicsStruct* getPictureGraphics(REALpictureStruct* picture);
+REALpictureStruct* getPictureMask(REALpictureStruct* picture, std::uint8_t create);
+CGImageRef copyPictureCGImage(REALpictureStruct* picture);
+
 // The application
 void yieldToRB();
 std::uint8_t inDebugMode();

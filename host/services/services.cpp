@@ -123,6 +123,14 @@ const std::vector<Service*>& table() {
         offered<FSSpecFromFolderItem, exports::fsSpecFromFolderItem>(),
         offered<FolderItemFromParentFSRef, exports::folderItemFromParentFSRef>(),
         offered<FolderItemFromFSSpec, exports::folderItemFromFSSpec>(),
+        offered<NewPicture, exports::newPicture>(),
+        offered<LockPictureDescriptionOlder, exports::lockPictureDescriptionOlder>(),
+        offered<LockPictureDescription, exports::lockPictureDescription>(),
+        offered<UnlockPictureDescription, exports::unlockPictureDescription>(),
+        offered<PictureClearCache, exports::pictureClearCache>(),
+        offered<GetPictureGraphics, exports::getPictureGraphics>(),
+        offered<GetPictureMask, exports::getPictureMask>(),
+        offered<CopyPictureCGImage, exports::copyPictureCGImage>(),
         offered<YieldToRB, exports::yieldToRB>(),
         offered<InDebugMode, exports::inDebugMode>(),
         offered<MessageBox, exports::messageBox>(),
@@ -130,17 +138,9 @@ const std::vector<Service*>& table() {
     return services;
 }
 
-/// Pictures and their Graphics do not exist in this host yet.
+/// Pictures are made otherwise in this host.
 constexpr std::array laterServices{
-    REALservices::NewPicture.name,
     REALservices::BuildPictureFromBuffer.name,
-    REALservices::LockPictureDescriptionOlder.name,
-    REALservices::LockPictureDescription.name,
-    REALservices::UnlockPictureDescription.name,
-    REALservices::PictureClearCache.name,
-    REALservices::GetPictureGraphics.name,
-    REALservices::GetPictureMask.name,
-    REALservices::CopyPictureCGImage.name,
 };
 
 /// Services that older hosts did not have, with the first version that did.

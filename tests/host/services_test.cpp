@@ -37,7 +37,7 @@ TEST(Services, ThatAreOfferedHaveAddressesOfTheirOwn) {
 
 TEST(Services, ForLaterAndUnknownOnesAreNotFound) {
     Host host{{.bare = true}};
-    EXPECT_EQ(host::Services::resolve("newPicture"), nullptr);
+    EXPECT_EQ(host::Services::resolve("REALBuildPictureFromBuffer"), nullptr);
     EXPECT_EQ(host::Services::resolve("NoSuchService"), nullptr);
     EXPECT_EQ(host::Services::resolve("reallockobject"), nullptr) << "names are exact";
 }

@@ -13,6 +13,7 @@ host::Options runtimeOptions(const HostOptions& options) {
             .console = options.console,
             .without = options.without,
             .systemVersion = options.systemVersion,
+            .pictureLayout = options.pictureLayout,
             .withoutBase = options.withoutBase};
 }
 

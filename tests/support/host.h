@@ -30,6 +30,8 @@ struct HostOptions {
     std::vector<std::string> without = {};
     std::string systemVersion = {};
     bool withoutBase = false;
+    /// As host::Options has it.
+    int pictureLayout = 0;
     /// Loads these files in place of the built Base.so and NSImage.so.
     std::vector<std::string> plugins = {};
     /// Loads no plug-in.
