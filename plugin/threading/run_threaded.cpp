@@ -98,8 +98,10 @@ void RunThreaded(const void* data, ThreadedFunction work, ThreadedFunction idle)
     state.running = true;
     wait_until_done(state);
     pthread_join(state.thread, nullptr);
-    // The thread is gone and this answers an error, which is of no use.
+#if !__has_feature(thread_sanitizer)
+    // The thread is gone: this answers an error, of no use. The sanitizer would end the process.
     pthread_detach(state.thread);
+#endif
     state.thread = {};
     state.running = false;
 }
