@@ -90,6 +90,7 @@ REALmethod methods[] = {
     method("Constructor(data as memoryblock)", construct_with_data),
     method("Constructor(width as double, height as double)", construct_with_size),
     method("Constructor(file as folderitem)", construct_with_file),
+    method("Constructor(image as Picture, mask as picture = nil)", construct_with_picture),
     method("initWithContentsOfURL(file as folderitem) as boolean", initWithContentsOfFile),
     method("initWithContentsOfURL(url as string) as boolean", initWithContentsOfURL),
     method("initWithData(data as memoryblock) as boolean", initWithData),
@@ -97,6 +98,7 @@ REALmethod methods[] = {
     method("initWithSize(width as double, height as double) as boolean", initWithSize),
     method("initWithPasteboard as boolean", initWithPasteboard),
     method("initWithIconRef(IconHandle as integer) as boolean", initWithIconRef),
+    method("initWithPicture(img as picture, mask as picture = nil) as boolean", initWithPicture),
 
     // Changing it
     method("setName(value as String) as Boolean", setName),
@@ -116,6 +118,16 @@ REALmethod methods[] = {
     method("imageByScalingToSize(width as double, height as double, fraction as double) as NSImageZNT", imageByScalingToSizeWithFraction),
     method("imageByScalingToSize(width as double, height as double, fraction as double, flip as boolean, proportionally as boolean) as NSImageZNT", imageByScalingToSizeInFull),
     method("imageByFadingToFraction(fraction as double) as NSImageZNT", imageByFadingToFraction),
+
+    // Host Pictures of it. The colour space is not used.
+    method("CopyPictureRect(x as integer, y as integer, w as integer, h as integer, CGColorSpace as Variant = nil) as picture", CopyPictureRect),
+    method("CopyPicture(CGColorSpace as Variant = nil) as picture", CopyPicture),
+    method("CopyMask as picture", CopyMask),
+    method("CopyPictureWithMask(CGColorSpace as Variant = nil) as picture", CopyPictureWithMask),
+
+    // Drawing into a CGContextRef of somebody else's
+    method("DrawIntoCGContextAtPoint(cgcontext as integer, x as double, y as double, sx as double, sy as double, SourceW as double, SourceH as double, operation as integer, fraction as double) as boolean", DrawIntoCGContextAtPoint),
+    method("DrawIntoCGContextAtRect(cgcontext as integer, x as double, y as double, w as double, h as double, SourceX as double, SourceY as double, SourceW as double, SourceH as double, operation as integer, fraction as double) as boolean", DrawIntoCGContextAtRect),
 
     // Encoded data. JPEG and BMP are opaque, over white; GIF, PNG and TIFF keep transparency.
     method("GIFRepresentation as Memoryblock", GIFRepresentation),

@@ -7,6 +7,7 @@
 #include "plugin/entry/exceptions.h"
 #include "plugin/entry/frames.h"
 #include "plugin/entry/instances.h"
+#include "plugin/picture/new_image.h"
 
 namespace nsimage {
 
@@ -63,6 +64,11 @@ void construct_with_file(REALobjectStruct* object, REALfolderItemStruct* file) {
     initWithContentsOfFile(object, file);
 }
 
+void construct_with_picture(REALobjectStruct* object, REALpictureStruct* picture,
+                            REALpictureStruct* mask) {
+    initWithPicture(object, picture, mask);
+}
+
 bool initWithContentsOfFile(REALobjectStruct* object, REALfolderItemStruct* file) {
     return initialise(object, [&]() -> NSImage* {
         NSURL* const url = NewNSURLfile(file);
@@ -107,6 +113,11 @@ bool initWithIconRef(REALobjectStruct* object, REALword icon) {
     return initialise(object, [&]() -> NSImage* {
         return [[NSImage alloc] initWithIconRef:reinterpret_cast<IconRef>(icon)];
     });
+}
+
+bool initWithPicture(REALobjectStruct* object, REALpictureStruct* picture,
+                     REALpictureStruct* mask) {
+    return initialise(object, [&] { return [NewNSImage(picture, mask) retain]; });
 }
 
 } // namespace nsimage

@@ -14,6 +14,8 @@ void construct_empty(REALobjectStruct* image);
 void construct_with_data(REALobjectStruct* image, REALmemoryBlockStruct* data);
 void construct_with_size(REALobjectStruct* image, double width, double height);
 void construct_with_file(REALobjectStruct* image, REALfolderItemStruct* file);
+void construct_with_picture(REALobjectStruct* image, REALpictureStruct* picture,
+                            REALpictureStruct* mask);
 bool initWithContentsOfFile(REALobjectStruct* image, REALfolderItemStruct* file);
 bool initWithContentsOfURL(REALobjectStruct* image, REALstringStruct* url);
 bool initWithData(REALobjectStruct* image, REALmemoryBlockStruct* data);
@@ -21,6 +23,21 @@ bool initWithDataIgnoringOrientation(REALobjectStruct* image, REALmemoryBlockStr
 bool initWithSize(REALobjectStruct* image, double width, double height);
 bool initWithPasteboard(REALobjectStruct* image);
 bool initWithIconRef(REALobjectStruct* image, REALword icon);
+bool initWithPicture(REALobjectStruct* image, REALpictureStruct* picture, REALpictureStruct* mask);
+
+// pictures.mm
+REALpictureStruct* CopyPictureRect(REALobjectStruct* image, REALword x, REALword y, REALword w,
+                                   REALword h, REALobjectStruct* colorSpace);
+REALpictureStruct* CopyPicture(REALobjectStruct* image, REALobjectStruct* colorSpace);
+REALpictureStruct* CopyMask(REALobjectStruct* image);
+REALpictureStruct* CopyPictureWithMask(REALobjectStruct* image, REALobjectStruct* colorSpace);
+bool DrawIntoCGContextAtPoint(REALobjectStruct* image, REALword context, double x, double y,
+                              double sx, double sy, double sourceWidth, double sourceHeight,
+                              REALword operation, double fraction);
+bool DrawIntoCGContextAtRect(REALobjectStruct* image, REALword context, double x, double y,
+                             double w, double h, double sourceX, double sourceY,
+                             double sourceWidth, double sourceHeight, REALword operation,
+                             double fraction);
 
 // factories.mm
 REALobjectStruct* imageWithDataOfString(REALstringStruct* data);

@@ -57,6 +57,7 @@ inline const std::vector<DeclaredClass> declaredClasses = {
          "Constructor(data as memoryblock)",
          "Constructor(width as double, height as double)",
          "Constructor(file as folderitem)",
+         "Constructor(image as Picture, mask as picture = nil)",
          "initWithContentsOfURL(file as folderitem) as boolean",
          "initWithContentsOfURL(url as string) as boolean",
          "initWithData(data as memoryblock) as boolean",
@@ -64,6 +65,7 @@ inline const std::vector<DeclaredClass> declaredClasses = {
          "initWithSize(width as double, height as double) as boolean",
          "initWithPasteboard as boolean",
          "initWithIconRef(IconHandle as integer) as boolean",
+         "initWithPicture(img as picture, mask as picture = nil) as boolean",
          "setName(value as String) as Boolean",
          "setSize(width as double, height as double)",
          "cancelIncrementalLoad",
@@ -79,6 +81,17 @@ inline const std::vector<DeclaredClass> declaredClasses = {
          "imageByScalingToSize(width as double, height as double, fraction as double, flip as "
          "boolean, proportionally as boolean) as NSImageZNT",
          "imageByFadingToFraction(fraction as double) as NSImageZNT",
+         "CopyPictureRect(x as integer, y as integer, w as integer, h as integer, CGColorSpace as "
+         "Variant = nil) as picture",
+         "CopyPicture(CGColorSpace as Variant = nil) as picture",
+         "CopyMask as picture",
+         "CopyPictureWithMask(CGColorSpace as Variant = nil) as picture",
+         "DrawIntoCGContextAtPoint(cgcontext as integer, x as double, y as double, sx as double, "
+         "sy as double, SourceW as double, SourceH as double, operation as integer, fraction as "
+         "double) as boolean",
+         "DrawIntoCGContextAtRect(cgcontext as integer, x as double, y as double, w as double, h "
+         "as double, SourceX as double, SourceY as double, SourceW as double, SourceH as double, "
+         "operation as integer, fraction as double) as boolean",
          "GIFRepresentation as Memoryblock",
          "BMPRepresentation as Memoryblock",
          "PNGRepresentation as Memoryblock",
