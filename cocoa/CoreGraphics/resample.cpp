@@ -10,7 +10,7 @@ namespace cocoa::cg {
 
 std::span<const ResampleKernels* const> availableResampleKernels() {
     struct List {
-        std::array<const ResampleKernels*, 4> kernels{&scalarResampleKernels};
+        std::array<const ResampleKernels*, 5> kernels{&scalarResampleKernels};
         std::size_t count = 1;
 
         List() {
@@ -19,6 +19,10 @@ std::span<const ResampleKernels* const> availableResampleKernels() {
             if (__builtin_cpu_supports("sse2")) kernels[count++] = &sse2ResampleKernels;
             if (__builtin_cpu_supports("ssse3")) kernels[count++] = &ssse3ResampleKernels;
             if (__builtin_cpu_supports("avx2")) kernels[count++] = &avx2ResampleKernels;
+            if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("avx512f") &&
+                __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl") &&
+                __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512vnni"))
+                kernels[count++] = &avx512ResampleKernels;
 #endif
         }
     };

@@ -107,28 +107,6 @@ AVX2 void horizontal4AVX2(const std::uint8_t* source, const FilterBank& bank, st
     }
 }
 
-SSE2 void horizontal1SSE2(const std::uint8_t* source, const FilterBank& bank, std::int16_t* mixed) {
-    const int shift = bank.shift() - intermediateBits;
-    const __m128i half = _mm_set1_epi32(1 << (shift - 1));
-    const __m128i places = _mm_cvtsi32_si128(shift);
-    const __m128i zero = _mm_setzero_si128();
-    const int count = bank.count();
-    const int taps = bank.taps();
-    for (int i = 0; i < count; ++i, ++mixed) {
-        const std::uint8_t* pixels = source + bank.start(i);
-        const std::int16_t* weights = bank.weights(i);
-        __m128i sum = zero;
-        for (int tap = 0; tap < taps; tap += 8) {
-            const __m128i eight = _mm_unpacklo_epi8(loadHalf(pixels + tap), zero);
-            sum = _mm_add_epi32(sum, _mm_madd_epi16(eight, load(weights + tap)));
-        }
-        sum = _mm_add_epi32(sum, _mm_shuffle_epi32(sum, 0x4E));
-        sum = _mm_add_epi32(sum, _mm_shuffle_epi32(sum, 0xB1));
-        sum = _mm_sra_epi32(_mm_add_epi32(sum, half), places);
-        *mixed = static_cast<std::int16_t>(_mm_cvtsi128_si32(_mm_packs_epi32(sum, sum)));
-    }
-}
-
 /// The sums of 8 samples over all rows, from `offset` on.
 SSE2 inline __m128i verticalEight(const std::int16_t* const* rows,
                                   std::span<const std::int16_t> weights, std::size_t offset,
@@ -218,6 +196,30 @@ AVX2 void verticalAVX2(const std::int16_t* const* rows, std::span<const std::int
     verticalRest(rows, weights, shift, mixed, samples, i);
 }
 
+} // namespace
+
+SSE2 void horizontal1SSE2(const std::uint8_t* source, const FilterBank& bank, std::int16_t* mixed) {
+    const int shift = bank.shift() - intermediateBits;
+    const __m128i half = _mm_set1_epi32(1 << (shift - 1));
+    const __m128i places = _mm_cvtsi32_si128(shift);
+    const __m128i zero = _mm_setzero_si128();
+    const int count = bank.count();
+    const int taps = bank.taps();
+    for (int i = 0; i < count; ++i, ++mixed) {
+        const std::uint8_t* pixels = source + bank.start(i);
+        const std::int16_t* weights = bank.weights(i);
+        __m128i sum = zero;
+        for (int tap = 0; tap < taps; tap += 8) {
+            const __m128i eight = _mm_unpacklo_epi8(loadHalf(pixels + tap), zero);
+            sum = _mm_add_epi32(sum, _mm_madd_epi16(eight, load(weights + tap)));
+        }
+        sum = _mm_add_epi32(sum, _mm_shuffle_epi32(sum, 0x4E));
+        sum = _mm_add_epi32(sum, _mm_shuffle_epi32(sum, 0xB1));
+        sum = _mm_sra_epi32(_mm_add_epi32(sum, half), places);
+        *mixed = static_cast<std::int16_t>(_mm_cvtsi128_si32(_mm_packs_epi32(sum, sum)));
+    }
+}
+
 SSE2 void clampToAlphaSSE2(std::uint8_t* pixels, std::size_t count) {
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
@@ -229,8 +231,6 @@ SSE2 void clampToAlphaSSE2(std::uint8_t* pixels, std::size_t count) {
     }
     scalarResampleKernels.clampToAlpha(pixels + i * 4, count - i);
 }
-
-} // namespace
 
 const ResampleKernels sse2ResampleKernels = {"SSE2", horizontal4SSE2, horizontal1SSE2, verticalSSE2,
                                              clampToAlphaSSE2};
