@@ -8,7 +8,7 @@ extern "C" __attribute__((visibility("default"))) void REALPluginMain(REALresolv
     REALregistration::take_up_host(resolver);
     FixConsoleFlags(FlagProbe);
     for (REALclassDefinition* definition :
-         {&StringProbe, &DataProbe, &URLProbe, &ValueProbe, &WrapperProbe, &FrameProbe,
-          &ExceptionProbe, &FlagProbe})
+         {&StringProbe, &DataProbe, &URLProbe, &PictureProbe, &ValueProbe, &WrapperProbe,
+          &FrameProbe, &ExceptionProbe, &FlagProbe})
         MyREALRegisterClass(*definition);
 }

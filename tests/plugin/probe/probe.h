@@ -8,6 +8,7 @@
 extern REALclassDefinition StringProbe;
 extern REALclassDefinition DataProbe;
 extern REALclassDefinition URLProbe;
+extern REALclassDefinition PictureProbe;
 extern REALclassDefinition ValueProbe;
 extern REALclassDefinition WrapperProbe;
 extern REALclassDefinition FrameProbe;
