@@ -3,58 +3,23 @@
 /// copying as many bytes into fresh memory in the same run: the counter `copies` is how many such
 /// copies the conversion takes.
 
+#include "bench/in_host.h"
 #include "host/objects/array.h"
 #include "host/objects/date.h"
 #include "host/objects/dictionary.h"
 #include "host/objects/memory_block.h"
-#include "host/objects/runtime.h"
-#include "host/services/services.h"
 #include "plugin/bridge/data.h"
 #include "plugin/bridge/dictionaries.h"
 #include "plugin/bridge/string_array.h"
 #include "plugin/bridge/variants.h"
-#include "plugin/entry/frames.h"
-#include "plugin/entry/references.h"
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <ctime>
-#include <span>
 #include <string>
 
 namespace {
 
 using host::ObjectRef;
 using host::Value;
-
-/// A host with the base part loaded, for which this program is the plug-in.
-host::Runtime& runningHost() {
-    static host::Runtime runtime({.version = 2013.9});
-    static const bool isBooted = [] {
-        const auto error = runtime.loadPlugin(BASE_PART);
-        if (error) std::abort();
-        REALregistration::take_up_host(host::Services::resolve);
-        return true;
-    }();
-    static_cast<void>(isBooted);
-    return runtime;
-}
-
-using Work = void (*)(benchmark::State&);
-
-/// As a host runs the members of its plug-ins.
-void runAsMember(benchmark::State& state, Work work) {
-    const host::Method member{.signature = host::Signature::parse("Convert()").value(),
-                              .body = [&](REALobjectStruct*, std::span<Value>) -> Value {
-                                  work(state);
-                                  return {};
-                              },
-                              .isShared = true};
-    runningHost().call(member, nullptr);
-}
 
 ObjectRef newBlock(std::size_t size) { return host::newMemoryBlock(std::string(size, 'b')); }
 
@@ -173,32 +138,6 @@ void stringsToStringArray(benchmark::State& state) {
         return array;
     });
     countEntries(state);
-}
-
-double secondsNow() {
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
-}
-
-template <typename Step>
-double secondsOf(Step work) {
-    const double start = secondsNow();
-    work();
-    return secondsNow() - start;
-}
-
-double secondsOfCopy(const std::string& bytes) {
-    double best = 1e9;
-    for (int round = 0; round < 5; ++round)
-        best = std::min(best, secondsOf([&] {
-                            void* const copy = std::malloc(bytes.size());
-                            std::memcpy(copy, bytes.data(), bytes.size());
-                            benchmark::DoNotOptimize(copy);
-                            benchmark::ClobberMemory();
-                            std::free(copy);
-                        }));
-    return best;
 }
 
 /// Times the work and its end.
