@@ -3,13 +3,14 @@
 #include "sdk/gd_image.h"
 
 #include <algorithm>
+#include <cstring>
 #include <dlfcn.h>
 
 namespace host {
 
 namespace {
 
-constexpr Pixel white = 0xFFFFFFFF;
+constexpr Pixel white = 0xFFFFFF;
 constexpr std::uint32_t opaque = 0xFF;
 
 /// Where the bytes of a bitmap context's pixel are, in memory order.
@@ -116,12 +117,6 @@ private:
     gdImageStruct* image_;
 };
 
-void fillWhite(PixelStore& store) {
-    for (int y = 0; y < store.height(); ++y)
-        for (int x = 0; x < store.width(); ++x)
-            store.setPixel(x, y, white);
-}
-
 } // namespace
 
 std::unique_ptr<PixelStore> makeBitmapContext(int width, int height, CGImageAlphaInfo alphaInfo) {
@@ -135,7 +130,10 @@ std::unique_ptr<PixelStore> makeBitmapContext(int width, int height, CGImageAlph
     auto store = std::make_unique<BitmapContext>(context, alphaInfo);
     const bool startsTransparent =
         alphaInfo == kCGImageAlphaPremultipliedFirst || alphaInfo == kCGImageAlphaPremultipliedLast;
-    if (!startsTransparent) fillWhite(*store);
+    // Opaque white is all ones in every layout.
+    if (!startsTransparent)
+        std::memset(CGBitmapContextGetData(context), opaque,
+                    CGBitmapContextGetBytesPerRow(context) * static_cast<std::size_t>(height));
     return store;
 }
 
@@ -143,9 +141,9 @@ std::unique_ptr<PixelStore> makeGDImage(int width, int height) {
     if (width < 1 || height < 1 || !GDLibrary::loaded().createTrueColor) return nullptr;
     gdImageStruct* const image = GDLibrary::loaded().createTrueColor(width, height);
     if (!image) return nullptr;
-    auto store = std::make_unique<GDImage>(image);
-    fillWhite(*store);
-    return store;
+    for (int row = 0; row < height; ++row)
+        std::fill_n(image->tpixels[row], width, static_cast<int>(white));
+    return std::make_unique<GDImage>(image);
 }
 
 } // namespace host
