@@ -106,6 +106,27 @@ NSBitmapImageRep* newBitmap(const Picture& picture) {
                     bitsPerPixel:picture.samples * 8];
 }
 
+/// The same with an alpha, as pictures come out of drawing.
+NSBitmapImageRep* newDrawing(const Picture& picture) {
+    NSBitmapImageRep* bitmap =
+        [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
+                                                pixelsWide:picture.width
+                                                pixelsHigh:picture.height
+                                             bitsPerSample:8
+                                           samplesPerPixel:4
+                                                  hasAlpha:YES
+                                                  isPlanar:NO
+                                            colorSpaceName:NSDeviceRGBColorSpace
+                                               bytesPerRow:0
+                                              bitsPerPixel:32];
+    unsigned char* out = [bitmap bitmapData];
+    for (std::size_t at = 0; at < picture.pixels.size(); at += 3, out += 4) {
+        std::copy_n(&picture.pixels[at], 3, out);
+        out[3] = 255;
+    }
+    return bitmap;
+}
+
 void check(bool good) {
     if (good) return;
     std::fprintf(stderr, "codec_bench: one side failed\n");
@@ -149,12 +170,13 @@ struct Encoding {
     NSDictionary* (*properties)();
     const Picture& (*picture)();
     BareEncoder bare;
+    bool drawn = false; ///< ours has an alpha, which is full everywhere
 };
 
 void encode(benchmark::State& state, const Encoding& encoding) {
     NSAutoreleasePool* outer = [[NSAutoreleasePool alloc] init];
     const Picture& picture = encoding.picture();
-    NSBitmapImageRep* bitmap = newBitmap(picture);
+    NSBitmapImageRep* bitmap = encoding.drawn ? newDrawing(picture) : newBitmap(picture);
     NSDictionary* properties = encoding.properties();
     double oursSize = 0;
     double bareSize = 0;
@@ -217,6 +239,7 @@ NSDictionary* lzw() {
 
 const Encoding encodings[] = {
     {"JPEG", NSJPEGFileType, quality80, colorPhoto, bench::encodeJPEG},
+    {"JPEG of a drawing", NSJPEGFileType, quality80, colorPhoto, bench::encodeJPEG, true},
     {"progressive JPEG", NSJPEGFileType, progressive, colorPhoto, bench::encodeProgressiveJPEG},
     {"PNG", NSPNGFileType, none, colorPhoto, bench::encodePNG},
     {"TIFF", NSTIFFFileType, none, colorPhoto, bench::encodeTIFF},

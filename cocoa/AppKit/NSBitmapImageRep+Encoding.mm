@@ -67,6 +67,7 @@ private:
 struct Page {
     codecs::Picture picture;
     ConvertedPixels converted;
+    std::unique_ptr<ConvertedRows> rows;
     Owned<NSBitmapImageRep*> redrawn;
     Owned<NSData*> profile;
     std::vector<std::uint8_t> exif;
@@ -166,6 +167,11 @@ std::optional<Page> pageFor(NSBitmapImageRep* bitmap, const codecs::Codec& codec
     if (source.hasPixelLayout() && sameSamples) {
         page.picture.pixels = state.pixels.planes[0];
         page.picture.rowBytes = source.bytesPerRow;
+    } else if (codec.takesRows) {
+        page.rows = ConvertedRows::make(source, state.pixels.constPlanes(), page.picture.layout,
+                                        backgroundFor(source.model, options));
+        if (!page.rows) return std::nullopt;
+        page.picture.rows = page.rows.get();
     } else {
         page.converted = convertPixels(source, state.pixels.constPlanes(), page.picture.layout,
                                        backgroundFor(source.model, options));

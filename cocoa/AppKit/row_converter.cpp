@@ -1,6 +1,7 @@
 #include "cocoa/AppKit/row_converter.h"
 
 #include "cocoa/AppKit/bitmap_samples.h"
+#include "cocoa/AppKit/drop_alpha.h"
 
 #include <algorithm>
 #include <bit>
@@ -70,13 +71,7 @@ bool RowConverter::convertBytes(const std::uint8_t* in, std::uint8_t* out) const
     if (source_.bitsPerPixel != 32 || !orderKept) return false;
     if (target_.alpha == codecs::Alpha::None) {
         if (source_.hasAlpha && source_.straightAlpha) return false;
-        for (std::size_t x = 0; x < width; ++x, in += 4, out += 3) {
-            std::memcpy(out, in, 3);
-            if (!source_.hasAlpha || in[3] == 255) continue;
-            for (std::size_t color = 0; color < 3; ++color)
-                out[color] =
-                    static_cast<std::uint8_t>(over(in[color], background_[color], in[3], 255));
-        }
+        flattenBytes(in, out, width);
         return true;
     }
     if (target_.alpha == codecs::Alpha::Straight && source_.hasAlpha) {
@@ -93,6 +88,22 @@ bool RowConverter::convertBytes(const std::uint8_t* in, std::uint8_t* out) const
         return true;
     }
     return false;
+}
+
+/// Drops the fourth byte of pixels, having laid those that are not opaque over the background.
+void RowConverter::flattenBytes(const std::uint8_t* in, std::uint8_t* out,
+                                std::size_t width) const {
+    const std::uint8_t* const end = in + width * 4;
+    while (in != end) {
+        const auto rest = static_cast<std::size_t>(end - in) / 4;
+        const std::size_t opaque = dropOpaqueAlpha(in, out, rest, source_.hasAlpha);
+        in += opaque * 4;
+        out += opaque * 3;
+        for (; in != end && in[3] != 255; in += 4, out += 3)
+            for (std::size_t color = 0; color < 3; ++color)
+                out[color] =
+                    static_cast<std::uint8_t>(over(in[color], background_[color], in[3], 255));
+    }
 }
 
 void RowConverter::unpack(const ConstPlanes& planes, std::uint32_t row) {
@@ -165,6 +176,15 @@ void RowConverter::pack(std::uint8_t* out) const {
             bit += target_.bitsPerSample;
         }
     }
+}
+
+std::unique_ptr<ConvertedRows> ConvertedRows::make(const BitmapLayout& source,
+                                                   const ConstPlanes& planes,
+                                                   const codecs::PixelLayout& target,
+                                                   const RowConverter::Background& background) try {
+    return std::unique_ptr<ConvertedRows>(new ConvertedRows(source, planes, target, background));
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 ConvertedPixels convertPixels(const BitmapLayout& source, const ConstPlanes& planes,

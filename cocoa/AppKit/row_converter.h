@@ -24,6 +24,7 @@ public:
 
 private:
     bool convertBytes(const std::uint8_t* in, std::uint8_t* out) const;
+    void flattenBytes(const std::uint8_t* in, std::uint8_t* out, std::size_t width) const;
     void unpack(const ConstPlanes& planes, std::uint32_t row);
     void changeAlpha();
     void flatten();
@@ -34,6 +35,29 @@ private:
     std::array<std::uint32_t, 4> background_; // in samples of the source
     std::uint32_t maximum_;                   // of a sample in samples_
     std::vector<std::uint16_t> samples_;      // a row: colours, then alpha when the source has it
+};
+
+/// The rows of a bitmap in a target layout, for encoders that take one at a time.
+class ConvertedRows final : public codecs::RowSource {
+public:
+    /// Null when there is not enough memory.
+    static std::unique_ptr<ConvertedRows> make(const BitmapLayout& source,
+                                               const ConstPlanes& planes,
+                                               const codecs::PixelLayout& target,
+                                               const RowConverter::Background& background);
+
+    void make_row(std::uint32_t y, std::uint8_t* out) override {
+        converter_.convert(planes_, y, out);
+    }
+
+private:
+    ConvertedRows(const BitmapLayout& source, const ConstPlanes& planes,
+                  const codecs::PixelLayout& target, const RowConverter::Background& background)
+        : converter_(source, target, background)
+        , planes_(planes) {}
+
+    RowConverter converter_;
+    ConstPlanes planes_;
 };
 
 /// All rows of a bitmap in a target layout; empty when there is not enough memory.

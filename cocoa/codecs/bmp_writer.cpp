@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 
 namespace cocoa::codecs {
 
@@ -31,8 +32,9 @@ public:
         at_ = bytes;
         write_headers(static_cast<std::uint32_t>(size), start);
         if (gray_) write_grays();
+        PictureRows rows(picture_);
         for (std::uint32_t y = layout_.height; y-- > 0;)
-            write_row(picture_.pixels + y * picture_.rowBytes);
+            write_row(rows[y]);
         output_.grow_by(static_cast<std::size_t>(size));
         return output_.take();
     }
@@ -104,12 +106,14 @@ private:
 
 } // namespace
 
-Encoded encode_bmp(std::span<const Picture> pages, const EncodeOptions&) {
-    if (pages.size() != 1 || !well_formed(pages.front())) return {};
+Encoded encode_bmp(std::span<const Picture> pages, const EncodeOptions&) try {
+    if (pages.size() != 1 || !well_formed_or_rows(pages.front())) return {};
     const PixelLayout& layout = pages.front().layout;
     if (layout.bitsPerSample != 8 || layout.alpha != Alpha::None) return {};
     if (layout.model == ColorModel::CMYK) return {};
     return BmpWriter(pages.front()).write();
+} catch (const std::bad_alloc&) {
+    return {};
 }
 
 } // namespace cocoa::codecs

@@ -97,11 +97,20 @@ struct Encoded {
     explicit operator bool() const { return bytes != nullptr; }
 };
 
+/// Rows that are made as they are needed.
+class RowSource {
+public:
+    virtual ~RowSource() = default;
+    /// Fills the packed bytes of a row. Rows are asked for in any order.
+    virtual void make_row(std::uint32_t y, std::uint8_t* out) = 0;
+};
+
 struct Picture {
     PixelLayout layout;
     const std::uint8_t* pixels = nullptr;
     std::size_t rowBytes = 0;
-    double dpiX = 0; ///< 0: leave unset
+    RowSource* rows = nullptr; ///< instead of pixels, for codecs that take them
+    double dpiX = 0;           ///< 0: leave unset
     double dpiY = 0;
     Bytes iccProfile;
     Bytes exif;
@@ -131,6 +140,7 @@ struct Codec {
     std::string_view name;           ///< "PNG"
     std::string_view typeIdentifier; ///< "public.png"
     std::string_view extensions;     ///< lower case, separated by blanks, the preferred one first
+    bool takesRows;                  ///< pictures to encode may have `rows` instead of pixels
     bool (*sniff)(Bytes data);       ///< looks at the first bytes only
     std::unique_ptr<Reader> (*open)(Bytes data);
     /// Pages in, one file out; nothing when a page's layout cannot be written in this format or

@@ -40,6 +40,32 @@ inline bool well_formed(const Picture& picture) {
            picture.rowBytes >= layout.packedRowBytes();
 }
 
+/// As `well_formed`, for codecs that take rows.
+inline bool well_formed_or_rows(const Picture& picture) {
+    const PixelLayout& layout = picture.layout;
+    return picture.rows ? acceptable_size(layout.width, layout.height) : well_formed(picture);
+}
+
+/// The rows of a picture, wherever they come from.
+class PictureRows {
+public:
+    /// Throws std::bad_alloc.
+    explicit PictureRows(const Picture& picture)
+        : picture_(picture)
+        , made_(picture.rows ? static_cast<std::size_t>(picture.layout.packedRowBytes()) : 0) {}
+
+    /// Valid until the next one is asked for.
+    const std::uint8_t* operator[](std::uint32_t y) {
+        if (!picture_.rows) return picture_.pixels + y * picture_.rowBytes;
+        picture_.rows->make_row(y, made_.data());
+        return made_.data();
+    }
+
+private:
+    const Picture& picture_;
+    std::vector<std::uint8_t> made_;
+};
+
 inline constexpr double inchesPerMeter = 1 / 0.0254;
 
 /// Whole dots an inch are stored as rounded dots a metre; this is their way back.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 #include <jerror.h>
 
@@ -59,7 +60,12 @@ struct JpegWriteSession {
     std::vector<std::uint8_t> exifPayload; ///< with its label
     std::vector<std::uint8_t> row;         ///< for CMYK, which is stored inverted
 
-    JpegWriteSession() { encoder.err = errors.handlers(); }
+    PictureRows rows;
+
+    explicit JpegWriteSession(const Picture& picture)
+        : rows(picture) {
+        encoder.err = errors.handlers();
+    }
     ~JpegWriteSession() { jpeg_destroy_compress(&encoder); }
     JpegWriteSession(const JpegWriteSession&) = delete;
     JpegWriteSession& operator=(const JpegWriteSession&) = delete;
@@ -79,9 +85,9 @@ struct JpegWriteSession {
                                    static_cast<unsigned>(picture.iccProfile.size()));
         }
         if (picture.layout.model == ColorModel::CMYK) {
-            write_inverted(picture);
+            write_inverted();
         } else {
-            write_straight(picture);
+            write_straight();
         }
         jpeg_finish_compress(&encoder);
         return true;
@@ -117,18 +123,17 @@ struct JpegWriteSession {
         return static_cast<UINT16>(std::clamp(std::round(dpi), 1.0, 65535.0));
     }
 
-    void write_straight(const Picture& picture) {
+    void write_straight() {
         while (encoder.next_scanline < encoder.image_height) {
             // libjpeg's rows are not const, but only read.
-            auto* source =
-                const_cast<JSAMPROW>(picture.pixels + encoder.next_scanline * picture.rowBytes);
+            auto* source = const_cast<JSAMPROW>(rows[encoder.next_scanline]);
             jpeg_write_scanlines(&encoder, &source, 1);
         }
     }
 
-    void write_inverted(const Picture& picture) {
+    void write_inverted() {
         while (encoder.next_scanline < encoder.image_height) {
-            const std::uint8_t* source = picture.pixels + encoder.next_scanline * picture.rowBytes;
+            const std::uint8_t* source = rows[encoder.next_scanline];
             for (std::size_t i = 0; i < row.size(); ++i) {
                 row[i] = static_cast<std::uint8_t>(~source[i]);
             }
@@ -140,14 +145,14 @@ struct JpegWriteSession {
 
 } // namespace
 
-Encoded encode_jpeg(std::span<const Picture> pages, const EncodeOptions& options) {
-    if (pages.size() != 1 || !well_formed(pages.front())) return {};
+Encoded encode_jpeg(std::span<const Picture> pages, const EncodeOptions& options) try {
+    if (pages.size() != 1 || !well_formed_or_rows(pages.front())) return {};
     const Picture& picture = pages.front();
     const PixelLayout& layout = picture.layout;
     if (layout.bitsPerSample != 8 || layout.alpha != Alpha::None) return {};
     if (layout.width > JPEG_MAX_DIMENSION || layout.height > JPEG_MAX_DIMENSION) return {};
 
-    JpegWriteSession session;
+    JpegWriteSession session(picture);
     // A block that does not fit its marker is left out, the image still written.
     if (!picture.exif.empty() && picture.exif.size() <= maximumMarker - exifLabel.size()) {
         session.exifPayload.assign(exifLabel.begin(), exifLabel.end());
@@ -157,6 +162,8 @@ Encoded encode_jpeg(std::span<const Picture> pages, const EncodeOptions& options
     if (layout.model == ColorModel::CMYK) session.row.resize(layout.packedRowBytes());
     if (!session.write(picture, options)) return {};
     return session.destination.output.take();
+} catch (const std::bad_alloc&) {
+    return {};
 }
 
 } // namespace cocoa::codecs

@@ -153,6 +153,39 @@ TEST_F(Encoding, ToJPEGLaysAlphaOverWhite) {
     EXPECT_NEAR(127, samples[1], 3);
 }
 
+/// Runs of opaque pixels of every length, and others between them.
+std::vector<Pixel> mixedOpacities(std::size_t count) {
+    const ByteVector noise = codecs_test::noise(count * 4, 17);
+    std::vector<Pixel> pixels;
+    for (std::size_t run = 0, left = 0; pixels.size() < count; left > 0 ? --left : left = ++run) {
+        const std::uint8_t* color = &noise[pixels.size() * 4];
+        const int alpha = left > 0 ? 255 : color[3];
+        pixels.push_back(
+            {color[0] * alpha / 255, color[1] * alpha / 255, color[2] * alpha / 255, alpha});
+    }
+    return pixels;
+}
+
+TEST_F(Encoding, ToBMPLaysEveryPixelOverWhite) {
+    const auto pixels = mixedOpacities(1200);
+    NSData* data = encoded(makeRGBA(1200, 1, pixels), NSBMPFileType);
+    const auto seen = pixelsOf([NSBitmapImageRep imageRepWithData:data]);
+    ASSERT_EQ(pixels.size(), seen.size());
+    for (std::size_t x = 0; x < pixels.size(); ++x) {
+        const Pixel& own = pixels[x];
+        const int white = 255 - own.alpha;
+        ASSERT_EQ((Pixel{own.red + white, own.green + white, own.blue + white}), seen[x]) << x;
+    }
+}
+
+TEST_F(Encoding, ToBMPOfPixelsWithAnUnusedByteLeavesItOut) {
+    const ByteVector rows = codecs_test::noise(40 * 4, 18);
+    NSData* data = encoded(makeBitmap({.width = 40, .pixelBits = 32}, rows), NSBMPFileType);
+    const auto seen = pixelsOf([NSBitmapImageRep imageRepWithData:data]);
+    for (std::size_t x = 0; x < 40; ++x)
+        ASSERT_EQ((Pixel{rows[x * 4], rows[x * 4 + 1], rows[x * 4 + 2]}), seen[x]) << x;
+}
+
 TEST_F(Encoding, ToJPEGLaysAlphaOverTheFallbackColour) {
     NSDictionary* overBlue = properties(NSImageFallbackBackgroundColor, [NSColor blueColor]);
     NSBitmapImageRep* straight =
