@@ -18,7 +18,6 @@ constexpr std::int64_t whole = -10000;
 
 struct GraphicsState : State {
     ObjectRef picture;
-    std::uint32_t foreColor = 0; ///< 0x00RRGGBB
 };
 
 struct RGBSurfaceState : State {
@@ -197,8 +196,7 @@ template <Draw draw>
 Value drawMember(REALobjectStruct* self, std::span<Value> arguments) {
     if (Picture* const picture = pictureOf<GraphicsState>(self))
         draw(*picture->pixels(), coordinate(arguments[0]), coordinate(arguments[1]),
-             coordinate(arguments[2]), coordinate(arguments[3]),
-             stateOf<GraphicsState>(self)->foreColor);
+             coordinate(arguments[2]), coordinate(arguments[3]), picture->foreColor);
     return {};
 }
 
@@ -263,10 +261,12 @@ void defineGraphics(Runtime& runtime) {
     graphics.addProperty(
         "ForeColor", Kind::Color,
         [](REALobjectStruct* self) -> Value {
-            return Color{stateOf<GraphicsState>(self)->foreColor};
+            const auto* const picture = stateOf<Picture>(stateOf<GraphicsState>(self)->picture);
+            return Color{picture ? picture->foreColor : 0};
         },
         [](REALobjectStruct* self, const Value& color) {
-            stateOf<GraphicsState>(self)->foreColor = color.get<Color>()->rgb;
+            if (auto* const picture = stateOf<Picture>(stateOf<GraphicsState>(self)->picture))
+                picture->foreColor = color.get<Color>()->rgb;
         });
     const auto extent = [](int (Picture::*side)() const) {
         return [side](REALobjectStruct* self) -> Value {

@@ -23,6 +23,8 @@ public:
     /// Made of shapes, not of pixels: it is drawn like any other, and cannot be locked.
     bool isVector = false;
     ObjectRef mask; ///< a Picture, or Nil
+    /// 0x00RRGGBB; what a program sets through one Graphics of the Picture holds for all.
+    std::uint32_t foreColor = 0;
 
     // Locking of the description by plug-ins. Each lock is to be given back.
 

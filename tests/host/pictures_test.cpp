@@ -80,6 +80,17 @@ Next
                               " FF FF FF FF FF FF\n");
 }
 
+TEST_P(PicturesOf, HaveOneForeColor) {
+    const Host::Outcome outcome = host.run(R"(
+Dim p As New Picture(2, 1, 32)
+p.Graphics.ForeColor = &c804020
+p.Graphics.FillRect(0, 0, 1, 1)
+Dim pixel As Variant = p.Graphics.Pixel(0, 0)
+Print Hex(pixel.Int32Value)
+)");
+    EXPECT_EQ(outcome.output, "804020\n") << outcome.error;
+}
+
 TEST_P(PicturesOf, FillOvalsWithinTheirBounds) {
     const host::ObjectRef picture = host.create("Picture", 4, 4, 32);
     const host::ObjectRef graphics = host.get<host::ObjectRef>(picture, "Graphics");
