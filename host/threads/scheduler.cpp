@@ -33,12 +33,24 @@ nanoseconds processorTime() {
 
 } // namespace
 
-Scheduler::Scheduler() {
-    HostThread& main = *threads_.emplace_back(std::make_unique<HostThread>());
-    main.scheduler_ = this;
-    main.pool.emplace();
-    atWork_ = &main;
-    self = &main;
+bool Scheduler::isAtRest(const HostThread& thread) {
+    return thread.state_ == HostThread::State::Sleeping ||
+           thread.state_ == HostThread::State::Suspended;
+}
+
+bool Scheduler::wakesBefore(const std::unique_ptr<HostThread>& a,
+                            const std::unique_ptr<HostThread>& b) {
+    const bool aSleeps = a->state_ == HostThread::State::Sleeping;
+    const bool bSleeps = b->state_ == HostThread::State::Sleeping;
+    return aSleeps && (!bSleeps || a->wakeTime_ < b->wakeTime_);
+}
+
+Scheduler::Scheduler()
+    : main_(*threads_.emplace_back(std::make_unique<HostThread>())) {
+    main_.scheduler_ = this;
+    main_.pool.emplace();
+    atWork_ = &main_;
+    self = &main_;
     beginTurn();
 }
 
@@ -105,44 +117,48 @@ bool Scheduler::turnIsOver() const {
     return passed >= longestTurn || processorTime() - turnStartInProcessorTime_ >= length;
 }
 
-bool Scheduler::canGoOn(HostThread& thread, Clock::time_point now) const {
-    switch (thread.state_) {
-    case HostThread::State::Running:
-        return true;
-    case HostThread::State::Sleeping:
-        return thread.isEnding_ || now >= thread.wakeTime_;
-    case HostThread::State::Suspended:
-        return thread.isEnding_;
-    case HostThread::State::AwaitingOthers:
-    case HostThread::State::Finished:
-        return false;
-    }
-    return false;
+void Scheduler::wakeSleepers() {
+    const Clock::time_point now = Clock::now();
+    const auto sleepsOn = [now](const auto& thread) {
+        const bool isDue =
+            thread->state_ == HostThread::State::Sleeping && now >= thread->wakeTime_;
+        const bool isRoused = isAtRest(*thread) && thread->isEnding_;
+        return !isDue && !isRoused;
+    };
+    const auto woken = std::stable_partition(threads_.begin(), threads_.end(), sleepsOn);
+    std::stable_sort(woken, threads_.end(), wakesBefore);
+    std::for_each(woken, threads_.end(),
+                  [](const auto& thread) { thread->state_ = HostThread::State::Running; });
+}
+
+void Scheduler::moveToBack(const HostThread& thread) {
+    const auto here = std::ranges::find(threads_, &thread, &std::unique_ptr<HostThread>::get);
+    std::rotate(here, here + 1, threads_.end());
 }
 
 HostThread& Scheduler::next() {
-    const auto here = std::ranges::find(threads_, &current(), &std::unique_ptr<HostThread>::get);
-    const auto index = static_cast<std::size_t>(here - threads_.begin());
+    const auto isReady = [](const auto& thread) {
+        return thread->state_ == HostThread::State::Running;
+    };
     while (true) {
-        const Clock::time_point now = Clock::now();
-        std::optional<Clock::time_point> wakeTime;
-        for (std::size_t i = 1; i <= threads_.size(); ++i) {
-            HostThread& thread = *threads_[(index + i) % threads_.size()];
-            if (canGoOn(thread, now)) return thread;
-            if (thread.state_ == HostThread::State::Sleeping)
-                wakeTime = std::min(wakeTime.value_or(thread.wakeTime_), thread.wakeTime_);
-        }
+        wakeSleepers();
+        const auto ready = std::ranges::find_if(threads_, isReady);
+        if (ready != threads_.end()) return **ready;
+        const auto first = std::ranges::min_element(threads_, wakesBefore);
         // Only the main program's waiting can be left: no thread suspends that.
-        if (!wakeTime) return *threads_.front();
-        std::this_thread::sleep_until(*wakeTime);
+        if ((*first)->state_ != HostThread::State::Sleeping) return main_;
+        std::this_thread::sleep_until((*first)->wakeTime_);
     }
 }
 
-void Scheduler::giveTurnTo(HostThread& thread) {
-    if (&thread != self) {
+void Scheduler::endTurn() {
+    wakeSleepers();
+    moveToBack(*self);
+    HostThread& successor = next();
+    if (&successor != self) {
         std::unique_lock lock(mutex_);
-        atWork_ = &thread;
-        thread.turn_.notify_one();
+        atWork_ = &successor;
+        successor.turn_.notify_one();
         self->turn_.wait(lock, [this] { return atWork_ == self; });
     }
     self->state_ = HostThread::State::Running;
@@ -150,22 +166,26 @@ void Scheduler::giveTurnTo(HostThread& thread) {
 }
 
 void Scheduler::yield() {
-    if (hasOthers()) giveTurnTo(next());
+    if (hasOthers()) endTurn();
 }
 
 void Scheduler::sleep(HostThread& thread, std::int64_t duration) {
     constexpr std::int64_t longest = 1'000'000'000'000; // thirty years
     thread.state_ = HostThread::State::Sleeping;
     thread.wakeTime_ = Clock::now() + milliseconds(std::clamp<std::int64_t>(duration, 0, longest));
-    if (&thread == self) giveTurnTo(next());
+    if (&thread == self) endTurn();
 }
 
 void Scheduler::suspend(HostThread& thread) {
     thread.state_ = HostThread::State::Suspended;
-    if (&thread == self) giveTurnTo(next());
+    if (&thread == self) endTurn();
 }
 
-void Scheduler::resume(HostThread& thread) { thread.state_ = HostThread::State::Running; }
+void Scheduler::resume(HostThread& thread) {
+    if (!isAtRest(thread)) return;
+    thread.state_ = HostThread::State::Running;
+    moveToBack(thread);
+}
 
 void Scheduler::end(HostThread& thread) { thread.isEnding_ = true; }
 
@@ -177,7 +197,7 @@ void Scheduler::endAll() {
 void Scheduler::awaitOthers() {
     while (hasOthers()) {
         self->state_ = HostThread::State::AwaitingOthers;
-        giveTurnTo(next());
+        endTurn();
         for (const auto& thread : threads_)
             if (thread.get() != self) thread->isEnding_ = true;
     }

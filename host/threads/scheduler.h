@@ -2,8 +2,8 @@
 
 /// The threads that programs start. They take turns: exactly one of them, or the main program, runs
 /// at a time, so nothing of the host's needs a lock. Each has a stack and a thread of the system's
-/// of its own. A turn is given up in the functions below alone, and goes to the next thread that
-/// can go on, in the order in which the threads were started.
+/// of its own. A turn is given up in the functions below alone, and the next is of the thread that
+/// has been ready for one longest: since it had its last turn, was started, resumed or awoke.
 
 #include "host/objects/object.h"
 #include "host/plugins/pool.h"
@@ -108,17 +108,25 @@ private:
     static void* enter(void* thread);
     void beginTurn();
     bool turnIsOver() const;
-    bool canGoOn(HostThread& thread, Clock::time_point now) const;
-    /// The thread to go on behind the current one, which may be that itself. Sleeps while all do.
+    /// Whether somebody or a time must come for the thread to go on.
+    static bool isAtRest(const HostThread& thread);
+    static bool wakesBefore(const std::unique_ptr<HostThread>& a,
+                            const std::unique_ptr<HostThread>& b);
+    void wakeSleepers();
+    void moveToBack(const HostThread& thread);
+    /// The thread to go on now, which may be the current one. Sleeps while all do.
     HostThread& next();
-    void giveTurnTo(HostThread& thread);
+    /// Returns at the current thread's next turn.
+    void endTurn();
     void finish(HostThread& thread);
     void joinFinished();
 
     std::mutex mutex_;
     HostThread* atWork_ = nullptr; ///< guarded by the mutex; all else is the thread's at work
-    std::vector<std::unique_ptr<HostThread>> threads_; ///< the main program first
+    /// Those that are ready stand in the order of their turns.
+    std::vector<std::unique_ptr<HostThread>> threads_;
     std::vector<std::unique_ptr<HostThread>> finished_;
+    HostThread& main_;
     Clock::time_point turnStart_;
     std::chrono::nanoseconds turnStartInProcessorTime_{};
 };

@@ -76,12 +76,17 @@ protected:
         tables.registerAs();
     }
 
-    /// Runs `body` in `count` threads whose Tags are their numbers from 1, after `main`.
+    /// Runs `body` in `count` threads whose Tags are their numbers from 1, beside `main`. They all
+    /// begin with their turns behind `main`'s first, in this order.
     Host::Outcome run(int count, const std::string& body, const std::string& main = "") {
-        return host.run("For i As Integer = 1 To " + std::to_string(count) +
-                        "\nDim t As New Thread(AddressOf Work)\nt.Tag = i\nt.Run\nNext\n" + main +
-                        "\nSub Work(sender As Thread)\nDim n As Integer = sender.Tag\n" + body +
-                        "\nEnd Sub\n");
+        return host.run("Dim allAreThere As Boolean\nFor i As Integer = 1 To " +
+                        std::to_string(count) +
+                        "\nDim t As New Thread(AddressOf Work)\nt.Tag = i\nt.Run\nNext\n"
+                        "App.YieldToNextThread\nallAreThere = True\n" +
+                        main +
+                        "\nSub Work(sender As Thread)\nDim n As Integer = sender.Tag\n"
+                        "While Not allAreThere\nApp.YieldToNextThread\nWend\n" +
+                        body + "\nEnd Sub\n");
     }
 
     Host host{{.bare = true}};
@@ -131,7 +136,7 @@ TEST_F(PluginThreads, HaveTheirOwnHandlersOfCocoasExceptions) {
 
 TEST_F(PluginThreads, EndTheProgramWithCocoasExceptionsThatNobodyCatches) {
     const Host::Outcome outcome = run(3, "If n = 2 Then Waiting.ThrowForeign()\nWaiting.Wait(5)");
-    EXPECT_EQ(outcome.error, "program.bas:9: NSRangeException: too far\n");
+    EXPECT_EQ(outcome.error, "program.bas:15: NSRangeException: too far\n");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(waitsLeft, 2);
 }
