@@ -117,6 +117,23 @@ TEST_F(LocalDates, CarryWhatIsTooLarge) {
               (WallClock{2021, 3, 2, 0, 0, 0}));
 }
 
+/// The year before the first is 0, a leap year.
+TEST_F(LocalDates, ReachBeyondTheFirstYearAndFarIntoTheFuture) {
+    [NSTimeZone setDefaultTimeZone:[NSTimeZone timeZoneForSecondsFromGMT:0]];
+    constexpr double firstYear = -63113904000;
+    constexpr double leapDayOfYear0 = firstYear - (366 - 59) * 86400.0;
+    constexpr double endOfYear9999 = 252423993599;
+    EXPECT_EQ(clock(firstYear), (WallClock{1, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(clock(firstYear - 1), (WallClock{0, 12, 31, 23, 59, 59}));
+    EXPECT_EQ(clock(leapDayOfYear0), (WallClock{0, 2, 29, 0, 0, 0}));
+    EXPECT_EQ(clock(endOfYear9999), (WallClock{9999, 12, 31, 23, 59, 59}));
+    EXPECT_EQ([date(0, 2, 29, 0, 0, 0) timeIntervalSinceReferenceDate], leapDayOfYear0);
+    EXPECT_EQ([date(9999, 12, 31, 23, 59, 59) timeIntervalSinceReferenceDate], endOfYear9999);
+    EXPECT_EQ(clock([date(-4713, 11, 24, 12, 0, 1) timeIntervalSinceReferenceDate]),
+              (WallClock{-4713, 11, 24, 12, 0, 1}));
+    EXPECT_EQ(std::get<0>(clock(-1e300)), std::get<0>(clock(-9e15)));
+}
+
 class CharacterSets : public InPool {};
 
 TEST_F(CharacterSets, ReachBeyondTheFirstPlane) {

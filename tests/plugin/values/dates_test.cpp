@@ -97,7 +97,10 @@ TEST_P(Dates, KeepTheirWallClockTime) {
 }
 
 TEST_P(Dates, ComeBackFromFarAway) {
-    EXPECT_THAT(printed(R"(
+    EXPECT_THAT(
+        printed(R"(
+        Show New Date(-5, 12, 31, 1)
+        Show New Date(0, 2, 29)
         Show New Date(1, 1, 1)
         Show New Date(1582, 10, 10, 12)
         Show New Date(1600, 2, 29, 23, 59, 59)
@@ -108,11 +111,10 @@ TEST_P(Dates, ComeBackFromFarAway) {
         Show New Date(9999, 12, 31, 23, 59, 59)
         Show New Date(292277, 5, 4)
     )"),
-                ElementsAre("- 7 0001-01-01 00:00:00", "- 7 1582-10-10 12:00:00",
-                            "- 7 1600-02-29 23:59:59", "- 7 1880-06-01 06:00:00",
-                            "- 7 1904-01-01 00:00:00", "- 7 2038-01-19 03:14:08",
-                            "- 7 2100-07-01 18:00:00", "- 7 9999-12-31 23:59:59",
-                            "- 7 292277-05-04 00:00:00"));
+        ElementsAre("- 7 -005-12-31 01:00:00", "- 7 0000-02-29 00:00:00", "- 7 0001-01-01 00:00:00",
+                    "- 7 1582-10-10 12:00:00", "- 7 1600-02-29 23:59:59", "- 7 1880-06-01 06:00:00",
+                    "- 7 1904-01-01 00:00:00", "- 7 2038-01-19 03:14:08", "- 7 2100-07-01 18:00:00",
+                    "- 7 9999-12-31 23:59:59", "- 7 292277-05-04 00:00:00"));
 }
 
 /// Day by day and at every quarter of an hour where the clocks change.
