@@ -76,5 +76,6 @@ NSRect rect_of(REALobjectStruct* hostRect) {
 
 NSRange range_of(REALobjectStruct* hostRange) {
     const auto data = held_by<RangeData>(hostRange);
-    return NSMakeRange(data.location, data.length);
+    // Not by NSMakeRange, which may refuse what does not fit in a string.
+    return NSRange{data.location, data.length};
 }
