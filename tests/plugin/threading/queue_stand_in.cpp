@@ -2,7 +2,9 @@
 
 #include <dispatch/dispatch.h>
 
+#include <mutex>
 #include <thread>
+#include <vector>
 
 // The blocks' runtime is GNUstep Base's.
 extern "C" void* _Block_copy(const void* block);
@@ -11,6 +13,10 @@ extern "C" void _Block_release(const void* block);
 namespace {
 
 QueueCalls calls;
+
+// Waited for at the end of the process, so that nothing of them is left.
+std::mutex threadsMutex;
+std::vector<std::jthread> threads;
 
 } // namespace
 
@@ -26,9 +32,10 @@ void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
     if (queue != reinterpret_cast<dispatch_queue_t>(&calls)) return;
     ++calls.blocks;
     const auto copy = (dispatch_block_t)_Block_copy((const void*)block);
-    std::thread([copy] {
+    const std::lock_guard lock(threadsMutex);
+    threads.emplace_back([copy] {
         copy();
         _Block_release((const void*)copy);
         ++calls.finished;
-    }).detach();
+    });
 }
