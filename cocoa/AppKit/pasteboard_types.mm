@@ -4,6 +4,8 @@
 
 #import <AppKit/NSImage.h>
 
+#include <string_view>
+
 NSString* const NSStringPboardType = @"NSStringPboardType";
 NSString* const NSFilenamesPboardType = @"NSFilenamesPboardType";
 NSString* const NSTIFFPboardType = @"NeXT TIFF v4.0 pasteboard type";
@@ -70,7 +72,10 @@ NSData* dataOfPropertyList(id propertyList) {
 }
 
 id propertyListOfData(NSData* data) {
-    if (![data length]) return nil;
+    // As XML or binary, which are all that is written to pasteboards. Base takes nearly any other
+    // bytes for a list in the old style, and loses memory over them.
+    const std::string_view text(static_cast<const char*>([data bytes]), [data length]);
+    if (!text.starts_with("<?xml") && !text.starts_with("bplist")) return nil;
     @try {
         return [NSPropertyListSerialization propertyListFromData:data
                                                 mutabilityOption:NSPropertyListImmutable
