@@ -3,6 +3,10 @@
 /// The frames that every function called by the host runs its Cocoa work in, so that no NSException
 /// crosses into the host. Checks of arguments stand before the frame.
 
+#include "plugin/entry/exceptions.h"
+
+#include <Foundation/Foundation.h>
+
 #include <type_traits>
 
 namespace call_frames {
@@ -12,7 +16,6 @@ struct Work {
     void* closure;
 };
 
-void run_in_light_frame(Work work);
 void run_in_full_frame(Work work);
 
 template <typename Closure>
@@ -41,9 +44,15 @@ void CocoaInit();
 
 /// For accessors and small methods: returns the work's result. An NSException becomes a host
 /// exception and gives the neutral value (0, false, null); anything else that is thrown passes.
+/// It is part of its caller, so that it costs nothing beside the message that it guards.
 template <typename Work>
-auto LightFrame(Work&& work) {
-    return call_frames::result_of<call_frames::run_in_light_frame>(work);
+auto LightFrame(Work&& work) -> std::invoke_result_t<Work&> {
+    @try {
+        return work();
+    } @catch (NSException* exception) {
+        RaiseNSExceptionZNT(exception);
+    }
+    return std::invoke_result_t<Work&>();
 }
 
 /// For whatever creates objects: CocoaInit, and the work in an autorelease pool of its own. An

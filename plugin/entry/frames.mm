@@ -17,14 +17,6 @@ void CocoaInit() {
 
 namespace call_frames {
 
-void run_in_light_frame(Work work) {
-    @try {
-        work.run(work.closure);
-    } @catch (NSException* exception) {
-        RaiseNSExceptionZNT(exception);
-    }
-}
-
 void run_in_full_frame(Work work) {
     CocoaInit();
     NSAutoreleasePool* pool = nil;
