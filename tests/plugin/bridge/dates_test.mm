@@ -119,6 +119,15 @@ TEST(DatesFromCocoa, AreNilWhereTheHostMakesNone) {
     EXPECT_FALSE(dates.bridge.value_of([NSDate date]).object());
 }
 
+TEST(DatesFromCocoa, KeepTheTimeTheyWereMadeAtWhereTheHostSetsNoIntegers) {
+    DatesIn dates("UTC", {"REALSetPropValueInt"});
+    const host::ObjectRef date =
+        dates.bridge.value_of([NSDate dateWithTimeIntervalSinceReferenceDate:0]).objectRef();
+    ASSERT_EQ(Bridge::class_of(date), "Date");
+    EXPECT_GT(dates.told(date), "2020-01-01 00:00:00");
+    EXPECT_EQ(dates.bridge.host.references(date), 1);
+}
+
 std::vector<std::string> propertiesWritten;
 
 std::uint8_t write_property(REALobjectStruct*, const char* name, std::int32_t value) {
