@@ -1,7 +1,7 @@
 #pragma once
 
-/// The icon theme that is installed on the machine, found and laid out as freedesktop.org's Icon
-/// Theme Specification says.
+/// The icon theme that is installed on the machine, found and laid out as freedesktop.org's themes
+/// are.
 
 #include <string>
 #include <string_view>

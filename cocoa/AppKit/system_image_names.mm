@@ -74,7 +74,7 @@ struct SystemImage {
     const char* icons; ///< separated by blanks, the best first
 };
 
-// The icons are those of freedesktop.org's Icon Naming Specification and those that the common
+// The icons are those that every freedesktop.org theme names alike, and those that the common
 // themes have besides. Symbolic ones are of a single colour, as templates are.
 const SystemImage systemImages[] = {
     {NSImageNameQuickLookTemplate, "view-reveal-symbolic view-reveal"},
