@@ -1,5 +1,6 @@
 #import <Foundation/Foundation.h>
 
+#include "cocoa/CoreFoundation/pool.h"
 #include "cocoa/CoreFoundation/type_ids.h"
 
 #include <CoreFoundation/CFBundle.h>
@@ -52,11 +53,10 @@ CFTypeID CFBundleGetTypeID(void) { return cocoa::typeOfBundle; }
 CFBundleRef CFBundleCreate(CFAllocatorRef, CFURLRef bundleURL) {
     NSURL* const url = (NSURL*)bundleURL;
     if (![url isFileURL]) return nullptr;
-    NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
+    const cocoa::Pool pool;
     BOOL isFolder = NO;
     const bool exists = [[NSFileManager defaultManager] fileExistsAtPath:[url path]
                                                              isDirectory:&isFolder];
-    [pool release];
     if (!exists || !isFolder) return nullptr;
     CocoaBundle* const bundle = [[CocoaBundle alloc] init];
     if (bundle) bundle->url = [url retain];
@@ -69,17 +69,12 @@ CFURLRef CFBundleCopyBundleURL(CFBundleRef bundle) {
 
 Boolean CFBundleLoadExecutable(CFBundleRef bundle) {
     if (!bundle) return false;
-    NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
-    const bool isLoaded = loadExecutable(bundleOf(bundle)) != nullptr;
-    [pool release];
-    return isLoaded;
+    const cocoa::Pool pool;
+    return loadExecutable(bundleOf(bundle)) != nullptr;
 }
 
 void* CFBundleGetFunctionPointerForName(CFBundleRef bundle, CFStringRef functionName) {
     if (!functionName || !CFBundleLoadExecutable(bundle)) return nullptr;
-    NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
-    void* const function =
-        dlsym(bundleOf(bundle)->executable, [(NSString*)functionName UTF8String]);
-    [pool release];
-    return function;
+    const cocoa::Pool pool;
+    return dlsym(bundleOf(bundle)->executable, [(NSString*)functionName UTF8String]);
 }

@@ -1,5 +1,6 @@
 #import <Foundation/Foundation.h>
 
+#include "cocoa/CoreFoundation/pool.h"
 #include "cocoa/CoreFoundation/retained.h"
 #include "cocoa/CoreFoundation/type_ids.h"
 #include "cocoa/CoreFoundation/url_text.h"
@@ -12,22 +13,11 @@
 #include <unistd.h>
 #include <vector>
 
+using cocoa::Pool;
 using cocoa::Retained;
 using cocoa::URLParts;
 
 namespace {
-
-/// For functions that plain C calls, where no pool need be.
-class Pool {
-public:
-    Pool() = default;
-    Pool(const Pool&) = delete;
-    Pool& operator=(const Pool&) = delete;
-    ~Pool() { [pool_ release]; }
-
-private:
-    NSAutoreleasePool* pool_ = [[NSAutoreleasePool alloc] init];
-};
 
 NSURL* urlOf(CFURLRef url) { return (NSURL*)url; }
 
