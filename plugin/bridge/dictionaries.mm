@@ -38,20 +38,20 @@ public:
     ~Conversion() { LastDictionary = nullptr; }
 };
 
+/// Since the last entry, the conversion of other dictionaries may have loaded their methods.
 HostObject key_at(REALobjectStruct* dictionary, std::int32_t index) {
     load_methods(dictionary);
     return HostObject::adopt(LastDictionaryKeyGetter ? LastDictionaryKeyGetter(dictionary, index)
                                                      : nullptr);
 }
 
-// Between a key and its value, the conversion of other dictionaries may have loaded their methods.
-
+/// The methods are those that the key was read with.
 HostObject value_for(REALobjectStruct* dictionary, REALobjectStruct* key) {
-    load_methods(dictionary);
     return HostObject::adopt(LastDictionaryGetter ? LastDictionaryGetter(dictionary, key)
                                                   : nullptr);
 }
 
+/// So may the conversion of the key and the value.
 void set_value(REALobjectStruct* dictionary, REALobjectStruct* key, REALobjectStruct* value) {
     load_methods(dictionary);
     if (LastDictionarySetter) LastDictionarySetter(dictionary, key, value);

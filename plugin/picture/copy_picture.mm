@@ -43,15 +43,15 @@ bool draw_into(CGContextRef context, NSImage* image, NSRect source) {
 }
 
 /// A Picture's description, locked in the way that the host chooses, as long as this lives.
-class LockedDescription {
+class HostChosenDescription {
 public:
-    explicit LockedDescription(REALpictureStruct* picture)
+    explicit HostChosenDescription(REALpictureStruct* picture)
         : picture_(picture) {
         REALLockPictureDescription(picture, &description_);
     }
-    LockedDescription(const LockedDescription&) = delete;
-    LockedDescription& operator=(const LockedDescription&) = delete;
-    ~LockedDescription() { REALUnlockPictureDescription(picture_); }
+    HostChosenDescription(const HostChosenDescription&) = delete;
+    HostChosenDescription& operator=(const HostChosenDescription&) = delete;
+    ~HostChosenDescription() { REALUnlockPictureDescription(picture_); }
 
     /// Null unless it is a bitmap context.
     CGContextRef context() const {
@@ -113,7 +113,7 @@ REALpictureStruct* NSImageCopyPictureRect(NSImage* image, int x, int y, int w, i
     if (!picture) return nullptr;
     auto* const hostPicture = static_cast<REALpictureStruct*>(picture.get());
     {
-        const LockedDescription locked(hostPicture);
+        const HostChosenDescription locked(hostPicture);
         if (!locked.context() || !draw_into(locked.context(), image, NSMakeRect(x, y, w, h)))
             return nullptr;
     }

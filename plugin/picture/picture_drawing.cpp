@@ -1,39 +1,13 @@
 #include "plugin/picture/picture_drawing.h"
 
 #include "plugin/entry/references.h"
-#include "plugin/picture/picture_editor.h"
+#include "plugin/picture/locked_description.h"
 #include "sdk/gd_image.h"
 #include "sdk/registration.h"
 
 #include <cstring>
 
 namespace {
-
-/// A Picture whose gd image is locked as long as this lives.
-class LockedGDImage {
-public:
-    explicit LockedGDImage(REALpictureStruct* picture)
-        : picture_(picture) {
-        isLocked_ = REALLockPictureDescription(picture, &description_, REALpictureGDImage) != 0;
-        if (!isLocked_) unlock_failed_description(picture);
-    }
-    LockedGDImage(const LockedGDImage&) = delete;
-    LockedGDImage& operator=(const LockedGDImage&) = delete;
-    ~LockedGDImage() {
-        if (isLocked_) REALUnlockPictureDescription(picture_);
-    }
-
-    bool is_locked() const { return isLocked_; }
-    /// Null unless locked.
-    const gdImageStruct* image() const {
-        return isLocked_ ? static_cast<const gdImageStruct*>(description_.data) : nullptr;
-    }
-
-private:
-    REALpictureStruct* picture_;
-    REALpictureDescription description_ = {};
-    bool isLocked_ = false;
-};
 
 bool copy_rows(const gdImageStruct* target, const gdImageStruct* source) {
     if (!target || !source) return false;
@@ -70,10 +44,11 @@ bool OwnCopy(REALpictureStruct* dest, REALpictureStruct* source, int, int, int w
     if (!dest || !source || sw != w || sh != h) return false;
     bool isCopied = false;
     {
-        const LockedGDImage lockedSource(source);
+        const LockedDescription lockedSource(source, REALpictureGDImage);
         if (!lockedSource.is_locked()) return false;
-        const LockedGDImage lockedTarget(dest);
-        isCopied = copy_rows(lockedTarget.image(), lockedSource.image());
+        const LockedDescription lockedTarget(dest, REALpictureGDImage);
+        isCopied = copy_rows(static_cast<const gdImageStruct*>(lockedTarget.data()),
+                             static_cast<const gdImageStruct*>(lockedSource.data()));
     }
     REALPictureClearCache(dest);
     return isCopied;

@@ -2,6 +2,7 @@
 
 #include "plugin/entry/references.h"
 #include "plugin/entry/system_version.h"
+#include "plugin/picture/locked_description.h"
 #include "plugin/picture/picture_drawing.h"
 #include "plugin/picture/picture_editor.h"
 
@@ -24,33 +25,11 @@ CGImageRef image_by_host(REALpictureStruct* picture, REALpictureStruct* mask) {
     return REALCopyPictureCGImage(picture_in(fresh));
 }
 
-/// A Picture whose bitmap context is locked as long as this lives.
-class LockedContext {
-public:
-    explicit LockedContext(REALpictureStruct* picture)
-        : picture_(picture) {
-        isLocked_ =
-            REALLockPictureDescription(picture, &description_, REALpictureCGBitmapContext) != 0;
-        if (!isLocked_) unlock_failed_description(picture);
-    }
-    LockedContext(const LockedContext&) = delete;
-    LockedContext& operator=(const LockedContext&) = delete;
-    ~LockedContext() {
-        if (isLocked_) REALUnlockPictureDescription(picture_);
-    }
-
-    /// A copy of the pixels for the caller; null when there is no bitmap context.
-    CGImageRef create_image() const {
-        if (!isLocked_ || description_.type != REALpictureCGBitmapContext || !description_.data)
-            return nullptr;
-        return CGBitmapContextCreateImage(static_cast<CGContextRef>(description_.data));
-    }
-
-private:
-    REALpictureStruct* picture_;
-    REALpictureDescription description_ = {};
-    bool isLocked_ = false;
-};
+/// A copy of the pixels for the caller; null when no bitmap context is locked.
+CGImageRef create_image(const LockedDescription& locked) {
+    if (locked.type() != REALpictureCGBitmapContext || !locked.data()) return nullptr;
+    return CGBitmapContextCreateImage(static_cast<CGContextRef>(locked.data()));
+}
 
 /// The image in gray, light and dark exchanged: hosts' masks are black where a Picture shows, and
 /// an image mask is white there.
@@ -81,12 +60,12 @@ CGImageRef CreateCGImageInternal(REALpictureStruct* picture, REALpictureStruct* 
         if (CGImageRef const image = image_by_host(picture, mask)) return image;
     if (!picture) return nullptr;
 
-    const LockedContext lockedPicture(picture);
-    auto image = CFReference<CGImageRef>::adopt(lockedPicture.create_image());
+    const LockedDescription lockedPicture(picture, REALpictureCGBitmapContext);
+    auto image = CFReference<CGImageRef>::adopt(create_image(lockedPicture));
     if (!image || !mask) return image.leak();
 
-    const LockedContext lockedMask(mask);
-    const auto maskImage = CFReference<CGImageRef>::adopt(lockedMask.create_image());
+    const LockedDescription lockedMask(mask, REALpictureCGBitmapContext);
+    const auto maskImage = CFReference<CGImageRef>::adopt(create_image(lockedMask));
     if (!maskImage) return image.leak();
     const auto inverted = CFReference<CGImageRef>::adopt(create_inverted_gray(maskImage.get()));
     return CGImageCreateWithMask(image.get(), inverted.get());
